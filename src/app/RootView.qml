@@ -1,0 +1,61 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Velto
+
+// The main window's content: a waiting screen, the failure screen, or the board, by where
+// start-up stands. Appearing starts start-up; a second run after success does nothing.
+Item {
+    id: root
+    required property AppModel app
+
+    Component.onCompleted: root.app.requestStart()
+
+    Loader {
+        anchors.fill: parent
+        sourceComponent: {
+            switch (root.app.startupKind) {
+            case AppModel.Ready: return boardPlace
+            case AppModel.Failed: return failure
+            default: return starting
+            }
+        }
+    }
+
+    Component {
+        id: starting
+        Item {
+            objectName: "startingView"
+            ColumnLayout {
+                anchors.centerIn: parent
+                spacing: Theme.spacing
+                BusyIndicator {
+                    running: true
+                    Layout.alignment: Qt.AlignHCenter
+                }
+                Label {
+                    text: "Opening the shared database…"
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.bodySize
+                    Layout.alignment: Qt.AlignHCenter
+                }
+            }
+        }
+    }
+
+    Component {
+        id: failure
+        StartupFailureView {
+            objectName: "startupFailureView"
+            message: root.app.failureMessage
+            onRetry: root.app.requestRetry()
+        }
+    }
+
+    Component {
+        id: boardPlace
+        Item {
+            objectName: "boardPlace"
+        }
+    }
+}

@@ -1,0 +1,20 @@
+#include "PlatformText.h"
+
+using namespace Qt::StringLiterals;
+
+QString PlatformText::identifierNotConfigured(const QString &environmentVariable)
+{
+    return u"No App Group identifier. Set VELTO_APP_GROUP_IDENTIFIER when configuring the build, "
+           u"or set the %1 environment variable."_s.arg(environmentVariable);
+}
+
+QString PlatformText::containerFoundThroughDataDirectory()
+{
+    return u"Resolved through the user's data directory (XDG_DATA_HOME or HOME)."_s;
+}
+
+QString PlatformText::containerBuiltFromAccountHome()
+{
+    return u"The user's data directory is NOT known to this process (neither XDG_DATA_HOME nor HOME "
+           u"is set); this path was constructed by hand from the account's home directory."_s;
+}
