@@ -34,11 +34,12 @@ Task<> AppModel::start()
     try {
         const auto container = AppGroupContainer::resolve(m_sources);
         container.ensureExists();
+        const auto notifier = DatabaseChangeNotifier::forAppGroup(container.identifier);
         const QString databasePath = container.path + u"/Velto.sqlite"_s;
-        auto database = Database::create(databasePath);
+        auto database = Database::create(databasePath, notifier);
         const MigrationOutcome migration = co_await database->open();
 
-        setServices(VeltoServices{container, database, migration});
+        setServices(VeltoServices{container, database, notifier, migration});
     } catch (const std::exception &failure) {
         setStartup(Startup::failed(QString::fromUtf8(failure.what())));
         co_return;

@@ -2,6 +2,7 @@
 
 #include "AppGroupContainer.h"
 #include "Database.h"
+#include "DatabaseChangeNotifier.h"
 #include "Schema.h"
 
 #include <memory>
@@ -10,5 +11,6 @@
 struct VeltoServices {
     AppGroupContainer container;
     std::shared_ptr<Database> database;
+    DatabaseChangeNotifier notifier;
     MigrationOutcome migration;
 };

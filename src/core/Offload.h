@@ -4,12 +4,15 @@
 #include <QMetaObject>
 #include <QThreadPool>
 
+#include "Task.h"
+
 #include <coroutine>
 #include <exception>
 #include <functional>
 #include <optional>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 // Awaitable that runs a piece of work elsewhere (a worker thread, a thread pool) and resumes
 // the awaiting coroutine on the application's thread through its event loop, carrying the
@@ -59,10 +62,18 @@ private:
     std::exception_ptr m_error;
 };
 
+// A task that awaits one offloaded piece of work. The awaitable is a parameter, so it lives in
+// the frame: gcc 12 mishandles lambdas built inside a co_await operand.
+template <typename Result>
+Task<Result> awaitOffload(Offload<Result> offload)
+{
+    co_return co_await offload;
+}
+
 // Bulk file-system work (resolving every card, listing a folder) goes to the global pool.
 template <typename Work>
-auto onThreadPool(Work work) -> Offload<std::invoke_result_t<Work>>
+auto onThreadPool(Work work) -> Task<std::invoke_result_t<Work>>
 {
-    return {[](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); },
-            std::move(work)};
+    return awaitOffload(Offload<std::invoke_result_t<Work>>(
+        [](std::function<void()> job) { QThreadPool::globalInstance()->start(std::move(job)); }, std::move(work)));
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <type_traits>
 #include <utility>
+#include <variant>
 
 // An eagerly started coroutine whose result, or failure, is handed to whoever awaits it.
 // The frame owns itself: dropping a Task lets the work run to its end unobserved, which is

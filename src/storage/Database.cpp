@@ -4,14 +4,16 @@
 
 using namespace Qt::StringLiterals;
 
-std::shared_ptr<Database> Database::create(const QString &path)
+std::shared_ptr<Database> Database::create(const QString &path, std::optional<DatabaseChangeNotifier> notifier)
 {
     auto connection = SQLiteConnection::open(path, SQLiteConnection::Access::readWrite);
-    return std::shared_ptr<Database>(new Database(path, std::move(connection)));
+    return std::shared_ptr<Database>(new Database(path, std::move(connection), std::move(notifier)));
 }
 
-Database::Database(QString path, std::shared_ptr<SQLiteConnection> connection)
-    : m_path(std::move(path)), m_connection(std::move(connection)), m_worker(std::make_unique<QObject>())
+Database::Database(QString path, std::shared_ptr<SQLiteConnection> connection,
+                   std::optional<DatabaseChangeNotifier> notifier)
+    : m_path(std::move(path)), m_connection(std::move(connection)), m_notifier(std::move(notifier)),
+      m_worker(std::make_unique<QObject>())
 {
     m_thread.setObjectName(u"Velto database"_s);
     m_worker->moveToThread(&m_thread);
@@ -22,6 +24,12 @@ Database::~Database()
 {
     m_thread.quit();
     m_thread.wait();
+}
+
+void Database::postChange() const
+{
+    if (m_notifier)
+        m_notifier->post();
 }
 
 void Database::dispatch(std::function<void()> work)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DatabaseChangeNotifier.h"
 #include "Offload.h"
 #include "SQLiteConnection.h"
 #include "Schema.h"
@@ -9,6 +10,7 @@
 #include <QThread>
 
 #include <memory>
+#include <optional>
 #include <type_traits>
 
 // The single owner of the one read-write connection. Its operations run one at a time, in the
@@ -17,13 +19,19 @@
 class Database : public std::enable_shared_from_this<Database> {
 public:
     // Opens the connection (on the calling thread) and starts the worker; throws SQLiteError.
-    static std::shared_ptr<Database> create(const QString &path);
+    // Without a notifier the database tells no other process of its writes.
+    static std::shared_ptr<Database> create(const QString &path,
+                                            std::optional<DatabaseChangeNotifier> notifier = std::nullopt);
     ~Database();
 
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
 
     [[nodiscard]] const QString &path() const { return m_path; }
+
+    // Tells the other processes that something changed. A write job calls it last, after its
+    // commit and only on success, so that whoever wakes on it reads the change.
+    void postChange() const;
 
     // Configures the connection and brings the file to the current schema.
     Task<MigrationOutcome> open();
@@ -32,18 +40,20 @@ public:
     template <typename Job>
     auto run(Job job) -> Task<std::invoke_result_t<Job, SQLiteConnection &>>
     {
-        auto self = shared_from_this(); // the frame keeps the database alive while it waits
-        co_return co_await Offload<std::invoke_result_t<Job, SQLiteConnection &>>(
+        using Result = std::invoke_result_t<Job, SQLiteConnection &>;
+        auto self = shared_from_this(); // the waiting task keeps the database alive
+        return awaitOffload(Offload<Result>(
             [self](std::function<void()> work) { self->dispatch(std::move(work)); },
-            [self, job = std::move(job)]() mutable { return job(*self->m_connection); });
+            [self, job = std::move(job)]() mutable { return job(*self->m_connection); }));
     }
 
 private:
-    Database(QString path, std::shared_ptr<SQLiteConnection> connection);
+    Database(QString path, std::shared_ptr<SQLiteConnection> connection, std::optional<DatabaseChangeNotifier> notifier);
     void dispatch(std::function<void()> work);
 
     QString m_path;
     std::shared_ptr<SQLiteConnection> m_connection;
+    std::optional<DatabaseChangeNotifier> m_notifier;
     QThread m_thread;
     std::unique_ptr<QObject> m_worker;
 };

@@ -1,0 +1,136 @@
+#include "AppModel.h"
+#include "Await.h"
+#include "SQLiteConnection.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class AppModelTest : public ::testing::Test {
+protected:
+    AppGroupSources sources(QList<std::pair<QString, QString>> extra = {},
+                            std::optional<QString> bundle = u"io.quillmere.Velto"_s) const
+    {
+        QProcessEnvironment environment;
+        environment.insert(u"XDG_DATA_HOME"_s, m_dir.path());
+        for (const auto &[name, value] : extra)
+            environment.insert(name, value);
+        return {std::move(bundle), environment, m_dir.filePath(u"account"_s)};
+    }
+
+    QString containerPath() const { return m_dir.filePath(u"io.quillmere.Velto"_s); }
+    QString databasePath() const { return containerPath() + u"/Velto.sqlite"_s; }
+
+    QByteArray fileBytes(const QString &path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir m_dir;
+};
+
+TEST_F(AppModelTest, StartOpensTheDatabaseInTheContainer)
+{
+    AppModel model(sources());
+    QSignalSpy startupChanges(&model, &AppModel::startupChanged);
+    await(model.start());
+
+    EXPECT_EQ(model.startup(), AppModel::Startup::ready());
+    EXPECT_EQ(startupChanges.count(), 1); // starting was already the state: only ready notifies
+    ASSERT_TRUE(model.services().has_value());
+    EXPECT_EQ(model.services()->container.path, containerPath());
+    EXPECT_EQ(model.services()->migration.toVersion, 8);
+
+    auto reader = SQLiteConnection::open(databasePath(), SQLiteConnection::Access::readOnly);
+    EXPECT_EQ(reader->queryInt(u"PRAGMA user_version"_s), 8);
+    EXPECT_EQ(reader->queryText(u"PRAGMA journal_mode"_s), u"wal"_s);
+}
+
+TEST_F(AppModelTest, SecondStartDoesNothing)
+{
+    AppModel model(sources());
+    await(model.start());
+    const auto database = model.services()->database;
+    QSignalSpy startupChanges(&model, &AppModel::startupChanged);
+    QSignalSpy servicesChanges(&model, &AppModel::servicesChanged);
+
+    await(model.start());
+
+    EXPECT_EQ(model.services()->database, database);
+    EXPECT_EQ(startupChanges.count(), 0);
+    EXPECT_EQ(servicesChanges.count(), 0);
+}
+
+TEST_F(AppModelTest, AutomatedCheckHostTouchesNothing)
+{
+    AppModel model(sources({{u"XCTestConfigurationFilePath"_s, u""_s}}));
+    await(model.start());
+    EXPECT_EQ(model.startup(), AppModel::Startup::starting());
+    EXPECT_FALSE(model.services().has_value());
+    EXPECT_FALSE(QDir(containerPath()).exists());
+}
+
+TEST_F(AppModelTest, FailuresLandInStartupAndLeaveNoServices)
+{
+    const QString identifierText =
+        u"No App Group identifier. Set VELTO_APP_GROUP_IDENTIFIER when configuring the build, or set the "
+        u"VELTO_APP_GROUP environment variable."_s;
+    AppModel model(sources({}, u"$(TEAM).Velto"_s));
+    await(model.start());
+    EXPECT_EQ(model.startup(), AppModel::Startup::failed(identifierText));
+    EXPECT_FALSE(model.services().has_value());
+    EXPECT_TRUE(QDir(m_dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).isEmpty());
+}
+
+TEST_F(AppModelTest, NewerDatabaseIsRefusedAndLeftAsItWas)
+{
+    QDir().mkpath(containerPath());
+    {
+        auto connection = SQLiteConnection::open(databasePath(), SQLiteConnection::Access::readWrite);
+        connection->configure();
+        connection->execute(u"CREATE TABLE future (x); INSERT INTO future VALUES (1); PRAGMA user_version = 9;"_s);
+        connection->execute(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
+    }
+    const QByteArray before = fileBytes(databasePath());
+
+    AppModel model(sources());
+    await(model.start());
+
+    EXPECT_EQ(model.startupKind(), AppModel::StartupKind::Failed);
+    EXPECT_EQ(model.failureMessage(), u"This database is at schema version 9 but this build only understands "
+                                      u"version 8. It was written by a newer version of Velto."_s);
+    EXPECT_FALSE(model.services().has_value());
+    EXPECT_EQ(fileBytes(databasePath()), before);
+}
+
+TEST_F(AppModelTest, RetryReachesReadyOnceTheCauseIsFixed)
+{
+    QFile blocker(containerPath());
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+
+    AppModel model(sources());
+    await(model.start());
+    ASSERT_EQ(model.startupKind(), AppModel::StartupKind::Failed);
+    EXPECT_TRUE(model.failureMessage().startsWith(u"Could not use the App Group container at "_s + containerPath() + u".\n"_s))
+        << model.failureMessage().toStdString();
+
+    // The failure stays on screen until the next attempt begins.
+    QSignalSpy startupChanges(&model, &AppModel::startupChanged);
+    ASSERT_TRUE(blocker.remove());
+    await(model.retry());
+
+    EXPECT_EQ(model.startup(), AppModel::Startup::ready());
+    EXPECT_EQ(startupChanges.count(), 2); // starting, then ready
+    EXPECT_TRUE(QFile::exists(databasePath()));
+}
+
+} // namespace

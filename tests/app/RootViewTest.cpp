@@ -1,0 +1,89 @@
+#include "AppModel.h"
+#include "Await.h"
+
+#include <QFile>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The main window loaded as the application loads it, over a model whose container is private.
+class RootViewTest : public ::testing::Test {
+protected:
+    void load(AppModel &model)
+    {
+        m_engine.addImportPath(u"qrc:/qt/qml"_s);
+        m_engine.setInitialProperties({{u"app"_s, QVariant::fromValue(&model)}});
+        m_engine.load(QUrl(u"qrc:/qt/qml/Velto/app/Main.qml"_s));
+        ASSERT_EQ(m_engine.rootObjects().size(), 1);
+        m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+        ASSERT_NE(m_window, nullptr);
+    }
+
+    QQuickItem *find(const QString &name) const { return m_window->findChild<QQuickItem *>(name); }
+
+    bool waitFor(const QString &name) const
+    {
+        return QTest::qWaitFor([&] { return find(name) != nullptr; }, 5000);
+    }
+
+    AppGroupSources sources() const
+    {
+        QProcessEnvironment environment;
+        environment.insert(u"XDG_DATA_HOME"_s, m_dir.path());
+        return {u"io.quillmere.Velto"_s, environment, m_dir.path()};
+    }
+
+    QTemporaryDir m_dir;
+    QQmlApplicationEngine m_engine;
+    QQuickWindow *m_window = nullptr;
+};
+
+TEST_F(RootViewTest, WindowHasItsTitleAndSizes)
+{
+    AppModel model(sources());
+    load(model);
+    EXPECT_EQ(m_window->title(), u"Velto"_s);
+    EXPECT_EQ(m_window->width(), 1180);
+    EXPECT_EQ(m_window->height(), 760);
+    EXPECT_EQ(m_window->minimumSize(), QSize(900, 460));
+    // The model must outlive the start-up it runs.
+    EXPECT_TRUE(waitFor(u"boardPlace"_s));
+}
+
+TEST_F(RootViewTest, AppearingStartsVeltoAndShowsTheBoardPlace)
+{
+    AppModel model(sources());
+    load(model);
+    EXPECT_TRUE(waitFor(u"boardPlace"_s));
+    EXPECT_EQ(model.startupKind(), AppModel::StartupKind::Ready);
+}
+
+TEST_F(RootViewTest, FailureShowsTheMessageAndTryAgainRecovers)
+{
+    const QString blockerPath = m_dir.filePath(u"io.quillmere.Velto"_s);
+    QFile blocker(blockerPath);
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+
+    AppModel model(sources());
+    load(model);
+    ASSERT_TRUE(waitFor(u"startupFailureView"_s));
+    EXPECT_EQ(find(u"startupFailureMessage"_s)->property("text").toString(), model.failureMessage());
+    EXPECT_FALSE(model.failureMessage().isEmpty());
+
+    ASSERT_TRUE(blocker.remove());
+    QQuickItem *button = find(u"tryAgainButton"_s);
+    ASSERT_NE(button, nullptr);
+    QMetaObject::invokeMethod(button, "clicked");
+    EXPECT_TRUE(waitFor(u"boardPlace"_s));
+}
+
+} // namespace

@@ -1,0 +1,90 @@
+#include "CardResolution.h"
+
+#include "BookmarkError.h"
+#include "FileIdentity.h"
+#include "FolderPaths.h"
+#include "FreedesktopTrash.h"
+#include "SecurityScopedBookmark.h"
+
+#include <QtConcurrent/QtConcurrentMap>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Availability = CardResolution::Availability;
+
+// The verdict when the card's folder cannot be taken from where the bookmark leads: the card
+// keeps the name and path it had.
+CardResolution missingAsStored(const Card &card, std::optional<QByteArray> refreshed, const QString &failure)
+{
+    return {card.id, std::nullopt, Availability::missing, card.displayName, card.displayPath, std::move(refreshed),
+            failure};
+}
+
+CardResolution fromCheck(const Card &card, const QUrl &url, std::optional<QByteArray> refreshed)
+{
+    const QString path = url.toLocalFile();
+    CardResolution resolution{card.id, url, Availability::available, FolderPaths::lastComponent(path), path,
+                              std::move(refreshed), std::nullopt};
+
+    const SecurityScopedBookmark::ScopedAccess access(url);
+    const BookmarkPathCheck check = SecurityScopedBookmark::checkPath(url, true);
+    if (std::holds_alternative<BookmarkPathCheck::Gone>(check.outcome)) {
+        resolution.availability = Availability::missing;
+        resolution.locationURL.reset();
+        resolution.failure = u"The folder is no longer at this location."_s;
+    } else if (const auto *problem = std::get_if<BookmarkPathCheck::Problem>(&check.outcome)) {
+        resolution.availability = Availability::unreachable;
+        resolution.failure = problem->message;
+    }
+    return resolution;
+}
+
+} // namespace
+
+CardResolution CardResolution::resolve(const Card &card)
+{
+    return resolve(card, ResolutionContext::current());
+}
+
+CardResolution CardResolution::resolve(const Card &card, const ResolutionContext &context)
+{
+    ResolvedBookmark resolved;
+    try {
+        resolved = SecurityScopedBookmark::resolve(card.bookmark, context);
+    } catch (const BookmarkError &error) {
+        return missingAsStored(card, std::nullopt, error.text());
+    }
+    // A bookmark follows its folder into the Trash; judged from the path alone, before any disk access.
+    if (FreedesktopTrash::holds(resolved.url.toLocalFile(), context.homeTrashFiles, context.userID))
+        return missingAsStored(card, std::move(resolved.refreshedData), u"This folder is in the Trash."_s);
+    return fromCheck(card, resolved.url, std::move(resolved.refreshedData));
+}
+
+QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)
+{
+    const ResolutionContext context = ResolutionContext::current();
+    const QList<CardResolution> resolutions = QtConcurrent::blockingMapped(
+        cards, [&context](const Card &card) { return resolve(card, context); });
+
+    QHash<QString, CardResolution> byID;
+    byID.reserve(resolutions.size());
+    for (const CardResolution &resolution : resolutions)
+        byID.insert(resolution.cardID, resolution);
+    return byID;
+}
+
+std::optional<FolderIdentity> CardResolution::folderIdentity(const QUrl &url)
+{
+    const auto identity = FileIdentity::read(url.toLocalFile(), FileIdentity::Detail::statOnly);
+    if (!identity)
+        return std::nullopt;
+    return FolderIdentity{identity->inode, identity->device};
+}
+
+bool CardResolution::needsPersisting(const Card &card) const
+{
+    return card.isMissing != (availability == Availability::missing) || card.displayName != displayName
+        || card.displayPath != displayPath || refreshedBookmark.has_value();
+}

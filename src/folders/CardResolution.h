@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Card.h"
+#include "FolderIdentity.h"
+#include "ResolutionContext.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+// The verdict on one card's folder at one moment: where it is, whether it can be used, what name
+// and path to show, which new bookmark to store, and what to tell the user. Made without the
+// database; every failure becomes a verdict.
+struct CardResolution {
+    enum class Availability { available, missing, unreachable };
+
+    QString cardID;
+    std::optional<QUrl> locationURL;
+    Availability availability = Availability::missing;
+    QString displayName;
+    QString displayPath;
+    std::optional<QByteArray> refreshedBookmark;
+    std::optional<QString> failure;
+
+    [[nodiscard]] static CardResolution resolve(const Card &card);
+    [[nodiscard]] static CardResolution resolve(const Card &card, const ResolutionContext &context);
+
+    // Every card, by id; a later card with the same id replaces an earlier one. Blocks on the
+    // file system, so it never runs on the GUI thread.
+    [[nodiscard]] static QHash<QString, CardResolution> resolveAll(const QList<Card> &cards);
+
+    // Absent when nothing can be read at `url`.
+    [[nodiscard]] static std::optional<FolderIdentity> folderIdentity(const QUrl &url);
+
+    // Whether the card's row must be rewritten to match this verdict.
+    [[nodiscard]] bool needsPersisting(const Card &card) const;
+
+    bool operator==(const CardResolution &) const = default;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QtGlobal>
+
+#include <optional>
+
+// What makes a file the same file over time on Linux: its device and inode number, confirmed by
+// its birth time and by its file handle, which carries the inode's generation and so tells a
+// reused inode number apart.
+struct FileIdentity {
+    // How much to read: the handle costs a second system call, so it is read only where a
+    // candidate must be confirmed.
+    enum class Detail { statOnly, withHandle };
+
+    quint64 device = 0;
+    quint64 inode = 0;
+    // Nanoseconds since 1970; absent where the file system keeps no birth time.
+    std::optional<qint64> birthTime;
+    // The handle type followed by the handle's bytes; empty where the file system gives none.
+    QByteArray handle;
+
+    // The identity of what stands at `path` itself (a final link is not followed). Absent on
+    // failure, with errno telling why.
+    static std::optional<FileIdentity> read(const QString &path, Detail detail);
+
+    // Same device and inode, and the same birth time and handle wherever both sides know them.
+    [[nodiscard]] bool isSameFileAs(const FileIdentity &other) const;
+
+    bool operator==(const FileIdentity &) const = default;
+};

@@ -1,0 +1,202 @@
+#include "SecurityScopedBookmark.h"
+
+#include "BookmarkBlob.h"
+#include "BookmarkError.h"
+#include "FolderPaths.h"
+#include "FreedesktopTrash.h"
+#include "InodeSearch.h"
+
+#include <QFile>
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Enough to reach a folder moved into any one of ten thousand sibling folders; a folder that is
+// gone for good costs about a tenth of a second with the directories cached.
+constexpr int searchBudget = 12'000;
+constexpr int ancestorLevels = 3;
+// The Trash's own entries and one level inside them: a folder thrown away with its parent.
+constexpr int trashDepth = 1;
+
+struct Located {
+    QString path;
+    bool isStale = false;
+};
+
+[[noreturn]] void refuseCreate(const QString &path, const QString &underlying)
+{
+    throw BookmarkError(BookmarkError::CouldNotCreate{path, underlying});
+}
+
+[[noreturn]] void refuseNotMounted(const MountTable::Mount &volume)
+{
+    const QString name = volume.mountPoint == u"/"_s ? volume.source : FolderPaths::lastComponent(volume.mountPoint);
+    throw BookmarkError(BookmarkError::CouldNotResolve{u"The volume “%1” is not mounted."_s.arg(name)});
+}
+
+QString canonicalPath(const QString &path)
+{
+    char *real = realpath(QFile::encodeName(path).constData(), nullptr);
+    if (real == nullptr)
+        refuseCreate(path, qt_error_string(errno));
+    const QString canonical = QFile::decodeName(real);
+    std::free(real);
+    return canonical;
+}
+
+// The recorded path as it lies under the volume's present mount, which may be another mount
+// point, or a bind mount showing another part of the file system; absent when this mount does
+// not show it.
+std::optional<QString> presentPlace(const BookmarkBlob &blob, const MountTable::Mount &present)
+{
+    const auto belowMount = FolderPaths::relativeTo(blob.path, blob.volume.mountPoint);
+    if (!belowMount)
+        return std::nullopt;
+    const auto belowPresentRoot = FolderPaths::relativeTo(FolderPaths::joined(blob.volume.root, *belowMount), present.root);
+    if (!belowPresentRoot)
+        return std::nullopt;
+    return FolderPaths::joined(present.mountPoint, *belowPresentRoot);
+}
+
+// A volume mounted again may carry another device number; the file's identity moves with it.
+FileIdentity wantedIdentity(const BookmarkBlob &blob, const MountTable::Mount &present)
+{
+    FileIdentity wanted = blob.identity;
+    if (wanted.device == blob.volume.device)
+        wanted.device = present.device;
+    return wanted;
+}
+
+// The search climbs towards the volume's top, but not out of the user's home, and not up to the
+// root directory itself, whose other branches hold the system's files.
+QString searchTop(const QString &place, const QString &mountPoint, const QString &home)
+{
+    if (!home.isEmpty() && FolderPaths::relativeTo(home, mountPoint) && FolderPaths::relativeTo(place, home))
+        return home;
+    if (mountPoint != u"/"_s)
+        return mountPoint;
+    return u"/"_s + place.section(u'/', 1, 1);
+}
+
+std::optional<QString> searchTrash(InodeSearch &search, const ResolutionContext &context,
+                                   const MountTable::Mount &present, const FileIdentity &wanted)
+{
+    QStringList directories = FreedesktopTrash::volumeFilesDirectories(present.mountPoint, context.userID);
+    if (!context.homeTrashFiles.isEmpty()) {
+        const auto home = FileIdentity::read(context.homeTrashFiles, FileIdentity::Detail::statOnly);
+        if (home && home->device == wanted.device)
+            directories.prepend(context.homeTrashFiles);
+    }
+    for (const QString &directory : std::as_const(directories)) {
+        if (auto found = search.below(directory, trashDepth))
+            return found;
+    }
+    return std::nullopt;
+}
+
+Located locate(const BookmarkBlob &blob, const QString &place, const FileIdentity &wanted,
+               const MountTable::Mount &present, const ResolutionContext &context)
+{
+    // With a birth time to compare, inode and birth time tell the file apart at one system call.
+    const auto detail = wanted.birthTime ? FileIdentity::Detail::statOnly : FileIdentity::Detail::withHandle;
+    const auto atPlace = FileIdentity::read(place, detail);
+    const bool movedMount = place != blob.path;
+    if (atPlace && atPlace->isSameFileAs(wanted))
+        return {place, movedMount};
+
+    InodeSearch search(wanted, searchBudget);
+    if (auto found = searchTrash(search, context, present, wanted))
+        return {*found, true};
+    if (auto found = search.around(place, searchTop(place, present.mountPoint, context.homeDirectory), ancestorLevels))
+        return {*found, true};
+    // The original is nowhere near: whatever stands at its old path now takes its place.
+    return {place, atPlace.has_value() || movedMount};
+}
+
+} // namespace
+
+namespace SecurityScopedBookmark {
+
+ScopedAccess::ScopedAccess(QUrl url) : m_url(std::move(url)), m_didStart(false) {}
+
+QByteArray create(const QUrl &url)
+{
+    return create(url, MountTable::read());
+}
+
+QByteArray create(const QUrl &url, const MountTable &mounts)
+{
+    if (!url.isLocalFile())
+        refuseCreate(url.toString(), u"Only files on this computer can be bookmarked."_s);
+    const QString path = canonicalPath(url.toLocalFile());
+    const auto identity = FileIdentity::read(path, FileIdentity::Detail::withHandle);
+    if (!identity)
+        refuseCreate(url.toLocalFile(), qt_error_string(errno));
+    const auto volume = mounts.mountContaining(path);
+    if (!volume)
+        refuseCreate(url.toLocalFile(), u"No mounted volume holds this path."_s);
+    return BookmarkBlob{path, *identity, *volume}.encoded();
+}
+
+ResolvedBookmark resolve(const QByteArray &data)
+{
+    return resolve(data, ResolutionContext::current());
+}
+
+ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &context)
+{
+    const BookmarkBlob blob = BookmarkBlob::decoded(data);
+    const auto present = context.mounts.find(blob.volume);
+    if (!present)
+        refuseNotMounted(blob.volume);
+    const auto place = presentPlace(blob, *present);
+    if (!place)
+        refuseNotMounted(blob.volume);
+
+    const Located located = locate(blob, *place, wantedIdentity(blob, *present), *present, context);
+    const QUrl url = QUrl::fromLocalFile(located.path);
+    if (!located.isStale)
+        return {url, std::nullopt};
+    // A stale bookmark that cannot be renewed now is no failure: the next resolve tries again.
+    const ScopedAccess access(url);
+    try {
+        return {url, create(url, context.mounts)};
+    } catch (const BookmarkError &) {
+        return {url, std::nullopt};
+    }
+}
+
+BookmarkPathCheck checkPath(const QUrl &url, bool expectsDirectory)
+{
+    const QByteArray path = QFile::encodeName(url.toLocalFile());
+    struct stat status {};
+    if (stat(path.constData(), &status) == 0)
+        return checkFoundKind(S_ISDIR(status.st_mode), expectsDirectory);
+    // A link that leads nowhere is still something at the path.
+    if (lstat(path.constData(), &status) == 0)
+        return {BookmarkPathCheck::Reachable{}};
+    return checkFailure(errno);
+}
+
+BookmarkPathCheck checkFoundKind(bool isDirectory, bool expectsDirectory)
+{
+    if (isDirectory == expectsDirectory)
+        return {BookmarkPathCheck::Reachable{}};
+    return {BookmarkPathCheck::Problem{expectsDirectory ? u"A file is at this path, not a folder."_s
+                                                        : u"A folder is at this path, not a file."_s}};
+}
+
+BookmarkPathCheck checkFailure(int errorCode)
+{
+    if (errorCode == EACCES || errorCode == EPERM)
+        return {BookmarkPathCheck::Problem{u"Velto does not currently have permission to read this folder."_s}};
+    return {BookmarkPathCheck::Gone{}};
+}
+
+} // namespace SecurityScopedBookmark

@@ -1,0 +1,8 @@
+#include "Identifier.h"
+
+#include <QUuid>
+
+QString newIdentifier()
+{
+    return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+}

@@ -1,0 +1,24 @@
+#include "Mood.h"
+
+using namespace Qt::StringLiterals;
+
+std::optional<Mood> moodFromRawValue(const QString &raw)
+{
+    for (Mood mood : allMoods) {
+        if (rawValue(mood) == raw)
+            return mood;
+    }
+    return std::nullopt;
+}
+
+QString rawValue(Mood mood)
+{
+    switch (mood) {
+    case Mood::deep: return u"deep"_s;
+    case Mood::focused: return u"focused"_s;
+    case Mood::ok: return u"ok"_s;
+    case Mood::scattered: return u"scattered"_s;
+    case Mood::interrupted: return u"interrupted"_s;
+    }
+    Q_UNREACHABLE();
+}

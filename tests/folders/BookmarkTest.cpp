@@ -1,0 +1,228 @@
+#include "FolderSandbox.h"
+
+#include "BookmarkBlob.h"
+#include "BookmarkError.h"
+#include "SecurityScopedBookmark.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/sysmacros.h>
+
+#include <cerrno>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString origin = u"w/x/y/cards/Alpha"_s;
+
+QString resolveFailure(const QByteArray &data, const ResolutionContext &context = ResolutionContext::current())
+{
+    try {
+        (void)SecurityScopedBookmark::resolve(data, context);
+    } catch (const BookmarkError &error) {
+        return error.text();
+    }
+    return u"(resolved)"_s;
+}
+
+void expectPathCheck(const BookmarkPathCheck &check, const std::optional<QString> &problem, bool gone)
+{
+    if (problem)
+        EXPECT_EQ(check, BookmarkPathCheck{BookmarkPathCheck::Problem{*problem}});
+    else if (gone)
+        EXPECT_EQ(check, BookmarkPathCheck{BookmarkPathCheck::Gone{}});
+    else
+        EXPECT_EQ(check, BookmarkPathCheck{BookmarkPathCheck::Reachable{}});
+}
+
+} // namespace
+
+TEST(SecurityScopedBookmark, followsTheFolderWhereverItWentOnItsVolume)
+{
+    struct Case {
+        const char *what;
+        std::function<void(const FolderSandbox &)> change;
+        QString expected;
+        bool isStale;
+    };
+    const QList<Case> cases{
+        {"left alone", [](const FolderSandbox &) {}, origin, false},
+        {"renamed in place", [](const FolderSandbox &s) { s.move(origin, u"w/x/y/cards/Alpha 2"_s); },
+         u"w/x/y/cards/Alpha 2"_s, true},
+        {"moved into a sibling", [](const FolderSandbox &s) { s.move(origin, u"w/x/y/cards/Beta/Alpha"_s); },
+         u"w/x/y/cards/Beta/Alpha"_s, true},
+        {"moved deep down", [](const FolderSandbox &s) { s.move(origin, u"w/x/y/cards/Beta/2024/Q1/Alpha"_s); },
+         u"w/x/y/cards/Beta/2024/Q1/Alpha"_s, true},
+        {"moved to a cousin", [](const FolderSandbox &s) { s.move(origin, u"w/x/done/Alpha"_s); },
+         u"w/x/done/Alpha"_s, true},
+        {"moved with its parent", [](const FolderSandbox &s) { s.move(u"w/x/y/cards"_s, u"w/x/y/old cards"_s); },
+         u"w/x/y/old cards/Alpha"_s, true},
+        {"thrown in the Trash", [](const FolderSandbox &s) { s.move(origin, u"data/Trash/files/Alpha"_s); },
+         u"data/Trash/files/Alpha"_s, true},
+        {"hidden away", [](const FolderSandbox &s) { s.move(origin, u"w/x/y/cards/.attic/Alpha"_s); }, origin,
+         false},
+        {"deleted", [](const FolderSandbox &s) { s.remove(origin); }, origin, false},
+        {"replaced by a folder of the same name",
+         [](const FolderSandbox &s) {
+             s.remove(origin);
+             s.makeFolder(origin);
+         },
+         origin, true},
+        {"replaced by a file",
+         [](const FolderSandbox &s) {
+             s.remove(origin);
+             s.makeFile(origin);
+         },
+         origin, true},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const FolderSandbox sandbox;
+        sandbox.makeFolder(origin);
+        sandbox.makeFolder(u"w/x/y/cards/Beta"_s);
+        sandbox.makeFile(u"w/x/y/cards/Beta/notes.txt"_s);
+        const QByteArray bookmark = SecurityScopedBookmark::create(sandbox.url(origin));
+
+        c.change(sandbox);
+        const ResolvedBookmark resolved = SecurityScopedBookmark::resolve(bookmark);
+
+        EXPECT_EQ(resolved.url, sandbox.url(c.expected));
+        ASSERT_EQ(resolved.refreshedData.has_value(), c.isStale);
+        if (resolved.refreshedData) {
+            EXPECT_EQ(SecurityScopedBookmark::resolve(*resolved.refreshedData), (ResolvedBookmark{resolved.url, {}}));
+        }
+    }
+}
+
+TEST(SecurityScopedBookmark, refusesBlobsItCannotFollowInWords)
+{
+    const FolderSandbox sandbox;
+    sandbox.makeFolder(origin);
+    const QByteArray valid = SecurityScopedBookmark::create(sandbox.url(origin));
+    QByteArray future = valid;
+    future[5] = 2;
+    BookmarkBlob elsewhere = BookmarkBlob::decoded(valid);
+    elsewhere.volume = {1, u"/"_s, u"/media/velto-gone"_s, u"vfat"_s, u"/dev/velto-absent"_s, std::nullopt};
+    BookmarkBlob unknownUuid = elsewhere;
+    unknownUuid.volume.uuid = u"0000-VELTO"_s;
+
+    const QString prefix = u"Could not resolve a bookmark: "_s;
+    const struct {
+        const char *what;
+        QByteArray data;
+        QString reason;
+    } cases[] = {
+        {"empty", {}, u"The bookmark is empty."_s},
+        {"random bytes", QByteArray::fromHex("8f13c0ffee004242deadbeef"), u"The bookmark is not in a form Velto can read."_s},
+        {"another format", "bplist00\x01\x02", u"The bookmark is not in a form Velto can read."_s},
+        {"cut short", valid.left(valid.size() - 5), u"The bookmark is damaged."_s},
+        {"with bytes after its end", valid + "!", u"The bookmark is damaged."_s},
+        {"of a later version", future, u"The bookmark was made by a newer version of Velto."_s},
+        {"on a volume that is not mounted", elsewhere.encoded(), u"The volume “velto-gone” is not mounted."_s},
+        {"on a disk that is not connected", unknownUuid.encoded(), u"The volume “velto-gone” is not mounted."_s},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(resolveFailure(c.data), prefix + c.reason);
+    }
+}
+
+TEST(SecurityScopedBookmark, findsAVolumeMountedAgainElsewhere)
+{
+    const FolderSandbox sandbox;
+    sandbox.makeFolder(u"disk/projects/Alpha"_s);
+    ResolutionContext context = ResolutionContext::current();
+    const auto identity = FileIdentity::read(sandbox.path(u"disk/projects/Alpha"_s), FileIdentity::Detail::withHandle);
+    ASSERT_TRUE(identity);
+    const MountTable::Mount before{identity->device, u"/"_s, u"/media/USB"_s, u"ext4"_s, u"/dev/sdz1"_s, u"ABCD-1234"_s};
+    MountTable::Mount after = before;
+    after.mountPoint = sandbox.path(u"disk"_s);
+    after.source = u"/dev/sdy1"_s;
+    const QByteArray numbers = QByteArray::number(major(identity->device)) + ':' + QByteArray::number(minor(identity->device));
+    context.mounts = MountTable::parse("1 0 " + numbers + " / " + QFile::encodeName(after.mountPoint) + " rw - ext4 /dev/sdy1 rw\n");
+    context.mounts.attachUuids({{u"ABCD-1234"_s, u"/dev/sdy1"_s, 0}});
+
+    const QByteArray bookmark = BookmarkBlob{u"/media/USB/projects/Alpha"_s, *identity, before}.encoded();
+    const ResolvedBookmark resolved = SecurityScopedBookmark::resolve(bookmark, context);
+
+    EXPECT_EQ(resolved.url, sandbox.url(u"disk/projects/Alpha"_s));
+    ASSERT_TRUE(resolved.refreshedData);
+    EXPECT_EQ(BookmarkBlob::decoded(*resolved.refreshedData).volume.mountPoint, after.mountPoint);
+}
+
+TEST(SecurityScopedBookmark, refusesToBookmarkWhatItCannotRead)
+{
+    const FolderSandbox sandbox;
+    const struct {
+        QUrl url;
+        QString text;
+    } cases[] = {
+        {sandbox.url(u"nowhere"_s),
+         u"Could not bookmark %1: No such file or directory"_s.arg(sandbox.path(u"nowhere"_s))},
+        {QUrl(u"https://example.org/folder"_s),
+         u"Could not bookmark https://example.org/folder: Only files on this computer can be bookmarked."_s},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.url.toString().toStdString());
+        try {
+            (void)SecurityScopedBookmark::create(c.url);
+            ADD_FAILURE() << "created";
+        } catch (const BookmarkError &error) {
+            EXPECT_EQ(error.text(), c.text);
+        }
+    }
+}
+
+TEST(SecurityScopedBookmark, blobKeepsEveryFieldThroughItsBytes)
+{
+    const MountTable::Mount volume{42, u"/sub"_s, u"/media/My Disk"_s, u"btrfs"_s, u"/dev/sda2"_s, std::nullopt};
+    const BookmarkBlob blobs[] = {
+        {u"/media/My Disk/a/Ünïcode"_s, {42, 7, 1'700'000'000'123'456'789, QByteArray("\x01\0\0\0hand", 8)}, volume},
+        {u"/media/My Disk/b"_s, {43, 8, std::nullopt, {}}, {42, u"/"_s, u"/"_s, u"ext4"_s, u"/dev/vda"_s, u"F00D"_s}},
+    };
+    for (const BookmarkBlob &blob : blobs)
+        EXPECT_EQ(BookmarkBlob::decoded(blob.encoded()), blob);
+}
+
+TEST(SecurityScopedBookmark, checksWhatStandsAtAPath)
+{
+    const FolderSandbox sandbox;
+    sandbox.makeFolder(u"folder"_s);
+    sandbox.makeFile(u"file.txt"_s);
+    ASSERT_TRUE(QFile::link(sandbox.path(u"vanished"_s), sandbox.path(u"dangling"_s)));
+    ASSERT_TRUE(QFile::link(sandbox.path(u"folder"_s), sandbox.path(u"to folder"_s)));
+    const QString fileText = u"A file is at this path, not a folder."_s;
+    const QString folderText = u"A folder is at this path, not a file."_s;
+    const struct {
+        const char *path;
+        bool expectsDirectory;
+        std::optional<QString> problem;
+        bool gone;
+    } cases[] = {
+        {"folder", true, {}, false},         {"folder", false, folderText, false},
+        {"file.txt", false, {}, false},      {"file.txt", true, fileText, false},
+        {"nothing", true, {}, true},         {"file.txt/inside", true, {}, true},
+        {"dangling", true, {}, false},       {"to folder", true, {}, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.path);
+        expectPathCheck(SecurityScopedBookmark::checkPath(sandbox.url(QString::fromUtf8(c.path)), c.expectsDirectory),
+                        c.problem, c.gone);
+    }
+}
+
+TEST(SecurityScopedBookmark, readsAFailureToLookAsGoneOrAsNoPermission)
+{
+    const QString permission = u"Velto does not currently have permission to read this folder."_s;
+    const struct {
+        int error;
+        bool isProblem;
+    } cases[] = {{EACCES, true}, {EPERM, true}, {ENOENT, false}, {ENOTDIR, false}, {ELOOP, false}, {EIO, false}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.error);
+        expectPathCheck(SecurityScopedBookmark::checkFailure(c.error), c.isProblem ? std::optional(permission) : std::nullopt,
+                        !c.isProblem);
+    }
+}

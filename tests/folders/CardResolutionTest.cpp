@@ -1,0 +1,163 @@
+#include "FolderSandbox.h"
+
+#include "CardResolution.h"
+#include "SecurityScopedBookmark.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+using Availability = CardResolution::Availability;
+
+namespace {
+
+const QString origin = u"w/x/y/cards/Alpha"_s;
+
+Card cardOf(const FolderSandbox &sandbox, const QString &relative, const QString &id = u"C1"_s)
+{
+    sandbox.makeFolder(relative);
+    Card card;
+    card.id = id;
+    card.bookmark = SecurityScopedBookmark::create(sandbox.url(relative));
+    card.displayPath = sandbox.path(relative);
+    card.displayName = relative.section(u'/', -1);
+    return card;
+}
+
+} // namespace
+
+TEST(CardResolution, givesAVerdictOnEveryFateOfAFolder)
+{
+    const QString trashText = u"This folder is in the Trash."_s;
+    struct Case {
+        const char *what;
+        QString start;
+        std::function<void(const FolderSandbox &, Card &)> change;
+        Availability availability;
+        QString shown;
+        bool hasLocation;
+        std::optional<QString> failure;
+        bool isRefreshed;
+        bool needsPersisting;
+    };
+    const auto none = [](const FolderSandbox &, Card &) {};
+    const QList<Case> cases{
+        {"left alone", origin, none, Availability::available, origin, true, {}, false, false},
+        {"renamed", origin, [](const FolderSandbox &s, Card &) { s.move(origin, u"w/x/y/cards/Beta"_s); },
+         Availability::available, u"w/x/y/cards/Beta"_s, true, {}, true, true},
+        {"back after being missing", origin, [](const FolderSandbox &, Card &card) { card.isMissing = true; },
+         Availability::available, origin, true, {}, false, true},
+        {"in the Trash", origin, [](const FolderSandbox &s, Card &) { s.move(origin, u"data/Trash/files/Alpha"_s); },
+         Availability::missing, origin, false, trashText, true, true},
+        {"under a live folder called .Trash", u"w/.Trash/Alpha"_s, none, Availability::missing, u"w/.Trash/Alpha"_s,
+         false, trashText, false, true},
+        {"under a folder called Trash", u"w/Trash/Alpha"_s, none, Availability::available, u"w/Trash/Alpha"_s, true,
+         {}, false, false},
+        {"deleted", origin, [](const FolderSandbox &s, Card &) { s.remove(origin); }, Availability::missing, origin,
+         false, u"The folder is no longer at this location."_s, false, true},
+        {"replaced by a file",
+         origin,
+         [](const FolderSandbox &s, Card &) {
+             s.remove(origin);
+             s.makeFile(origin);
+         },
+         Availability::unreachable, origin, true, u"A file is at this path, not a folder."_s, true, true},
+        {"with a damaged bookmark", origin, [](const FolderSandbox &, Card &card) { card.bookmark.chop(4); },
+         Availability::missing, origin, false, u"Could not resolve a bookmark: The bookmark is damaged."_s, false, true},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const FolderSandbox sandbox;
+        Card card = cardOf(sandbox, c.start);
+        c.change(sandbox, card);
+
+        const CardResolution resolution = CardResolution::resolve(card);
+
+        EXPECT_EQ(resolution.cardID, card.id);
+        EXPECT_EQ(resolution.availability, c.availability);
+        EXPECT_EQ(resolution.displayPath, sandbox.path(c.shown));
+        EXPECT_EQ(resolution.displayName, c.shown.section(u'/', -1));
+        EXPECT_EQ(resolution.locationURL, c.hasLocation ? std::optional(sandbox.url(c.shown)) : std::nullopt);
+        EXPECT_EQ(resolution.failure, c.failure);
+        EXPECT_EQ(resolution.refreshedBookmark.has_value(), c.isRefreshed);
+        EXPECT_EQ(resolution.needsPersisting(card), c.needsPersisting);
+    }
+}
+
+TEST(CardResolution, persistsOnlyWhatChanged)
+{
+    Card card;
+    card.id = u"C1"_s;
+    card.bookmark = "old";
+    card.displayPath = u"/a/Alpha"_s;
+    card.displayName = u"Alpha"_s;
+    const CardResolution same{card.id, QUrl::fromLocalFile(card.displayPath), Availability::available,
+                              card.displayName, card.displayPath, std::nullopt, std::nullopt};
+    const struct {
+        const char *what;
+        std::function<void(Card &, CardResolution &)> change;
+        bool needsPersisting;
+    } cases[] = {
+        {"nothing", [](Card &, CardResolution &) {}, false},
+        {"now missing", [](Card &, CardResolution &r) { r.availability = Availability::missing; }, true},
+        {"still missing",
+         [](Card &c, CardResolution &r) {
+             c.isMissing = true;
+             r.availability = Availability::missing;
+         },
+         false},
+        {"missing, now unreachable",
+         [](Card &c, CardResolution &r) {
+             c.isMissing = true;
+             r.availability = Availability::unreachable;
+         },
+         true},
+        {"unreachable, not missing", [](Card &, CardResolution &r) { r.availability = Availability::unreachable; }, false},
+        {"another name", [](Card &, CardResolution &r) { r.displayName = u"Beta"_s; }, true},
+        {"another path", [](Card &, CardResolution &r) { r.displayPath = u"/b/Alpha"_s; }, true},
+        {"a renewed bookmark", [](Card &, CardResolution &r) { r.refreshedBookmark = "new"; }, true},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        Card changedCard = card;
+        CardResolution changed = same;
+        c.change(changedCard, changed);
+        EXPECT_EQ(changed.needsPersisting(changedCard), c.needsPersisting);
+    }
+}
+
+TEST(CardResolution, resolvesAllCardsByIDWithTheLaterOfTwoWinning)
+{
+    const FolderSandbox sandbox;
+    QList<Card> cards;
+    for (int i = 0; i < 40; ++i)
+        cards.append(cardOf(sandbox, u"w/x/y/cards/%1"_s.arg(i), u"C%1"_s.arg(i)));
+    sandbox.remove(u"w/x/y/cards/7"_s);
+    cards.append(cardOf(sandbox, u"w/x/y/cards/other"_s, u"C3"_s));
+
+    const QHash<QString, CardResolution> resolutions = CardResolution::resolveAll(cards);
+
+    ASSERT_EQ(resolutions.size(), 40);
+    for (qsizetype i = 0; i < cards.size(); ++i) {
+        if (i != 3) {
+            EXPECT_EQ(resolutions.value(cards.at(i).id), CardResolution::resolve(cards.at(i))) << i;
+        }
+    }
+    EXPECT_EQ(resolutions.value(u"C3"_s).displayName, u"other"_s);
+    EXPECT_EQ(resolutions.value(u"C7"_s).availability, Availability::missing);
+}
+
+TEST(CardResolution, tellsFoldersApartByIdentityNotByPath)
+{
+    const FolderSandbox sandbox;
+    sandbox.makeFolder(u"Alpha"_s);
+    sandbox.makeFolder(u"Beta"_s);
+    const auto alpha = CardResolution::folderIdentity(sandbox.url(u"Alpha"_s));
+    ASSERT_TRUE(alpha);
+    EXPECT_TRUE(alpha->volumeIdentifier);
+    EXPECT_NE(CardResolution::folderIdentity(sandbox.url(u"Beta"_s)), alpha);
+    sandbox.move(u"Alpha"_s, u"Beta/Renamed"_s);
+    EXPECT_EQ(CardResolution::folderIdentity(sandbox.url(u"Beta/Renamed"_s)), alpha);
+    EXPECT_EQ(CardResolution::folderIdentity(sandbox.url(u"Alpha"_s)), std::nullopt);
+}

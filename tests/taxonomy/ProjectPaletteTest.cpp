@@ -1,0 +1,73 @@
+#include "ProjectPalette.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(ProjectPalette, SlotsComeInDealingOrderWithTheirDarkPartners)
+{
+    const QList<ProjectPalette::Slot> expected{
+        {u"Blue"_s, u"#2A78D6"_s, u"#3987E5"_s},    {u"Orange"_s, u"#EB6834"_s, u"#D95926"_s},
+        {u"Aqua"_s, u"#1BAF7A"_s, u"#199E70"_s},    {u"Yellow"_s, u"#EDA100"_s, u"#C98500"_s},
+        {u"Magenta"_s, u"#E87BA4"_s, u"#D55181"_s}, {u"Green"_s, u"#008300"_s, u"#008300"_s},
+        {u"Violet"_s, u"#4A3AA7"_s, u"#9085E9"_s},  {u"Red"_s, u"#E34948"_s, u"#E66767"_s},
+    };
+    ASSERT_EQ(ProjectPalette::orderedSlots(), expected);
+    for (const auto &slot : expected) {
+        SCOPED_TRACE(slot.name.toStdString());
+        EXPECT_EQ(ProjectPalette::darkVariant(slot.light), slot.dark);
+        EXPECT_EQ(ProjectPalette::darkVariant(slot.light.toLower()), slot.dark);
+        EXPECT_TRUE(colorFromHex(slot.light).has_value());
+        EXPECT_TRUE(colorFromHex(slot.dark).has_value());
+    }
+}
+
+TEST(ProjectPalette, AColourOutsideThePaletteStaysAsGiven)
+{
+    const QStringList outside{ProjectPalette::neutral(), u"#8e8e93"_s, u"#123abc"_s, u"2A78D6"_s,
+                              u"#3987E5"_s, u""_s, u"not a colour"_s};
+    for (const QString &stored : outside) {
+        SCOPED_TRACE(stored.toStdString());
+        EXPECT_EQ(ProjectPalette::darkVariant(stored), stored);
+    }
+}
+
+struct HexCase {
+    QString text;
+    std::optional<QColor> color;
+};
+
+TEST(ColorFromHex, ReadsSixHexDigitsAndNothingElse)
+{
+    const QList<HexCase> cases{
+        {u"#2A78D6"_s, QColor(0x2A, 0x78, 0xD6)},
+        {u"2a78d6"_s, QColor(0x2A, 0x78, 0xD6)},
+        {u"#000000"_s, QColor(0, 0, 0)},
+        {u"#FFffFF"_s, QColor(255, 255, 255)},
+        {u"#8E8E93"_s, QColor(0x8E, 0x8E, 0x93)},
+        {u""_s, std::nullopt},
+        {u"#"_s, std::nullopt},
+        {u"#12345"_s, std::nullopt},
+        {u"#1234567"_s, std::nullopt},
+        {u"##123456"_s, std::nullopt},
+        {u"#12345G"_s, std::nullopt},
+        {u"0x1234"_s, std::nullopt},
+        {u"+12345"_s, std::nullopt},
+        {u" 12345"_s, std::nullopt},
+        {u"#\uFF11\uFF12\uFF13\uFF14\uFF15\uFF16"_s, std::nullopt},
+    };
+    for (const auto &[text, color] : cases) {
+        SCOPED_TRACE(text.toStdString());
+        const auto parsed = colorFromHex(text);
+        EXPECT_EQ(parsed, color);
+        if (parsed) {
+            EXPECT_EQ(parsed->alphaF(), 1.0f);
+        }
+    }
+}
+
+} // namespace
