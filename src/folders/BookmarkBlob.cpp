@@ -50,7 +50,7 @@ QByteArray BookmarkBlob::encoded() const
     QDataStream out(&data, QIODevice::WriteOnly);
     out.setVersion(streamVersion);
     out << magic << currentVersion << path;
-    out << identity.device << identity.inode;
+    out << identity.device << identity.inode << identity.isDirectory;
     write(out, identity.birthTime);
     out << identity.handle;
     out << volume.device << volume.root << volume.mountPoint << volume.fileSystemType << volume.source;
@@ -73,7 +73,7 @@ BookmarkBlob BookmarkBlob::decoded(const QByteArray &data)
         refuse(u"The bookmark was made by a newer version of Velto."_s);
 
     BookmarkBlob blob;
-    in >> blob.path >> blob.identity.device >> blob.identity.inode;
+    in >> blob.path >> blob.identity.device >> blob.identity.inode >> blob.identity.isDirectory;
     read(in, blob.identity.birthTime);
     in >> blob.identity.handle;
     in >> blob.volume.device >> blob.volume.root >> blob.volume.mountPoint >> blob.volume.fileSystemType

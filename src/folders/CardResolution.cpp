@@ -22,14 +22,20 @@ CardResolution missingAsStored(const Card &card, std::optional<QByteArray> refre
             failure};
 }
 
-CardResolution fromCheck(const Card &card, const QUrl &url, std::optional<QByteArray> refreshed)
+// What stands at the resolved place: the resolve already saw it when it confirmed the folder there.
+BookmarkPathCheck checkPlace(const ResolvedBookmark &resolved)
 {
-    const QString path = url.toLocalFile();
-    CardResolution resolution{card.id, url, Availability::available, FolderPaths::lastComponent(path), path,
-                              std::move(refreshed), std::nullopt};
+    if (resolved.isDirectory)
+        return SecurityScopedBookmark::checkFoundKind(*resolved.isDirectory, true);
+    const SecurityScopedBookmark::ScopedAccess access(resolved.url);
+    return SecurityScopedBookmark::checkPath(resolved.url, true);
+}
 
-    const SecurityScopedBookmark::ScopedAccess access(url);
-    const BookmarkPathCheck check = SecurityScopedBookmark::checkPath(url, true);
+CardResolution fromCheck(const Card &card, ResolvedBookmark resolved, const QString &path)
+{
+    const BookmarkPathCheck check = checkPlace(resolved);
+    CardResolution resolution{card.id, std::move(resolved.url), Availability::available,
+                              FolderPaths::lastComponent(path), path, std::move(resolved.refreshedData), std::nullopt};
     if (std::holds_alternative<BookmarkPathCheck::Gone>(check.outcome)) {
         resolution.availability = Availability::missing;
         resolution.locationURL.reset();
@@ -57,9 +63,10 @@ CardResolution CardResolution::resolve(const Card &card, const ResolutionContext
         return missingAsStored(card, std::nullopt, error.text());
     }
     // A bookmark follows its folder into the Trash; judged from the path alone, before any disk access.
-    if (FreedesktopTrash::holds(resolved.url.toLocalFile(), context.homeTrashFiles, context.userID))
+    const QString path = resolved.url.toLocalFile();
+    if (FreedesktopTrash::holds(path, context.homeTrashFiles, context.userID))
         return missingAsStored(card, std::move(resolved.refreshedData), u"This folder is in the Trash."_s);
-    return fromCheck(card, resolved.url, std::move(resolved.refreshedData));
+    return fromCheck(card, std::move(resolved), path);
 }
 
 QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)

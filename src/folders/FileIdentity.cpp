@@ -29,12 +29,13 @@ std::optional<FileIdentity> FileIdentity::read(const QString &path, Detail detai
 {
     const QByteArray encoded = QFile::encodeName(path);
     struct statx status {};
-    if (statx(AT_FDCWD, encoded.constData(), AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_BTIME, &status) != 0)
+    if (statx(AT_FDCWD, encoded.constData(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_INO | STATX_BTIME, &status) != 0)
         return std::nullopt;
 
     FileIdentity identity;
     identity.device = makedev(status.stx_dev_major, status.stx_dev_minor);
     identity.inode = status.stx_ino;
+    identity.isDirectory = S_ISDIR(status.stx_mode);
     if (status.stx_mask & STATX_BTIME)
         identity.birthTime = qint64(status.stx_btime.tv_sec) * 1'000'000'000 + status.stx_btime.tv_nsec;
     if (detail == Detail::withHandle)
@@ -44,7 +45,7 @@ std::optional<FileIdentity> FileIdentity::read(const QString &path, Detail detai
 
 bool FileIdentity::isSameFileAs(const FileIdentity &other) const
 {
-    if (device != other.device || inode != other.inode)
+    if (device != other.device || inode != other.inode || isDirectory != other.isDirectory)
         return false;
     if (birthTime && other.birthTime && *birthTime != *other.birthTime)
         return false;

@@ -16,6 +16,8 @@ struct FileIdentity {
 
     quint64 device = 0;
     quint64 inode = 0;
+    // A file never changes kind, so this is part of what it is, and tells a caller what it found.
+    bool isDirectory = false;
     // Nanoseconds since 1970; absent where the file system keeps no birth time.
     std::optional<qint64> birthTime;
     // The handle type followed by the handle's bytes; empty where the file system gives none.
@@ -25,7 +27,7 @@ struct FileIdentity {
     // failure, with errno telling why.
     static std::optional<FileIdentity> read(const QString &path, Detail detail);
 
-    // Same device and inode, and the same birth time and handle wherever both sides know them.
+    // Same device, inode and kind, and the same birth time and handle wherever both sides know them.
     [[nodiscard]] bool isSameFileAs(const FileIdentity &other) const;
 
     bool operator==(const FileIdentity &) const = default;

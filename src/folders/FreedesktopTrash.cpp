@@ -31,14 +31,11 @@ bool FreedesktopTrash::holds(const QString &path, const QString &homeFilesDirect
         if (const auto inside = FolderPaths::relativeTo(path, homeFilesDirectory); inside && !inside->isEmpty())
             return true;
     }
-    const QString volumeTrash = u".Trash-"_s + QString::number(userID);
-    const QStringList components = path.split(u'/', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < components.size(); ++i) {
-        const QString &component = components.at(i);
-        if (component == u".Trash"_s || component == u".Trashes"_s)
-            return true;
-        if (component == volumeTrash && i + 2 < components.size() && components.at(i + 1) == u"files"_s)
+    for (const QString &component : {u"/.Trash"_s, u"/.Trashes"_s}) {
+        if (path.endsWith(component) || path.contains(component + u'/'))
             return true;
     }
-    return false;
+    const QString volumeFiles = u"/.Trash-%1/files/"_s.arg(userID);
+    const qsizetype at = path.indexOf(volumeFiles);
+    return at >= 0 && path.size() > at + volumeFiles.size();
 }

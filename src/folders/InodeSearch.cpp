@@ -50,21 +50,21 @@ InodeSearch::InodeSearch(FileIdentity wanted, int directoryBudget)
 {
 }
 
-std::optional<QString> InodeSearch::below(const QString &root, int depth)
+std::optional<InodeSearch::Found> InodeSearch::below(const QString &root, int depth)
 {
     QList<QByteArray> level{QFile::encodeName(root)};
     for (int d = 0; d <= depth && !level.isEmpty(); ++d) {
         QList<QByteArray> next;
         for (const QByteArray &directory : level) {
             if (auto found = read(directory, {}, next))
-                return QFile::decodeName(*found);
+                return found;
         }
         level = d < depth ? std::move(next) : QList<QByteArray>();
     }
     return std::nullopt;
 }
 
-std::optional<QString> InodeSearch::around(const QString &oldPath, const QString &top, int levels)
+std::optional<InodeSearch::Found> InodeSearch::around(const QString &oldPath, const QString &top, int levels)
 {
     const QList<QByteArray> roots = searchRoots(oldPath, top, levels);
     // frontiers[i]: the directories of the current ring below roots[i].
@@ -79,7 +79,7 @@ std::optional<QString> InodeSearch::around(const QString &oldPath, const QString
             QList<QByteArray> next;
             for (const QByteArray &directory : std::as_const(frontiers[i])) {
                 if (auto found = read(directory, skip, next))
-                    return QFile::decodeName(*found);
+                    return found;
             }
             frontiers[i] = std::move(next);
             anyLeft = anyLeft || !frontiers[i].isEmpty();
@@ -90,7 +90,7 @@ std::optional<QString> InodeSearch::around(const QString &oldPath, const QString
     return std::nullopt;
 }
 
-std::optional<QByteArray> InodeSearch::read(const QByteArray &directory, const QByteArray &skip,
+std::optional<InodeSearch::Found> InodeSearch::read(const QByteArray &directory, const QByteArray &skip,
                                             QList<QByteArray> &children)
 {
     if (!hasBudget())
@@ -100,16 +100,16 @@ std::optional<QByteArray> InodeSearch::read(const QByteArray &directory, const Q
     if (stream == nullptr)
         return std::nullopt;
     struct stat status {};
-    std::optional<QByteArray> found;
+    std::optional<Found> found;
     if (fstat(dirfd(stream), &status) == 0 && status.st_dev == m_wanted.device) {
         while (const dirent *entry = readdir(stream)) {
             if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0)
                 continue;
             if (entry->d_ino == m_wanted.inode) {
-                const QByteArray path = childPath(directory, entry->d_name);
-                const auto identity = FileIdentity::read(QFile::decodeName(path), FileIdentity::Detail::withHandle);
+                const QString path = QFile::decodeName(childPath(directory, entry->d_name));
+                const auto identity = FileIdentity::read(path, FileIdentity::Detail::withHandle);
                 if (identity && identity->isSameFileAs(m_wanted)) {
-                    found = path;
+                    found = Found{path, *identity};
                     break;
                 }
             }

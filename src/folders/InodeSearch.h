@@ -14,22 +14,27 @@
 // gone for good costs a bounded time. Hidden directories and other volumes are not entered.
 class InodeSearch {
 public:
+    struct Found {
+        QString path;
+        FileIdentity identity;
+    };
+
     InodeSearch(FileIdentity wanted, int directoryBudget);
 
     // Below `root`, level by level, at most `depth` levels under it.
-    [[nodiscard]] std::optional<QString> below(const QString &root, int depth);
+    [[nodiscard]] std::optional<Found> below(const QString &root, int depth);
 
     // Around the old place `oldPath`: from its parent (or the nearest ancestor that still exists)
     // and up to `levels` ancestors above that, never above `top`, in rings of equal distance from
     // the old place, so a rename in place is found by the first directory read.
-    [[nodiscard]] std::optional<QString> around(const QString &oldPath, const QString &top, int levels);
+    [[nodiscard]] std::optional<Found> around(const QString &oldPath, const QString &top, int levels);
 
     [[nodiscard]] int directoriesRead() const { return m_directoriesRead; }
 
 private:
     // Reads one directory: returns the wanted file's path if it is listed there, and adds the
     // subdirectories worth entering (all but `skip`) to `children`.
-    std::optional<QByteArray> read(const QByteArray &directory, const QByteArray &skip, QList<QByteArray> &children);
+    std::optional<Found> read(const QByteArray &directory, const QByteArray &skip, QList<QByteArray> &children);
     [[nodiscard]] bool hasBudget() const { return m_directoriesRead < m_budget; }
 
     FileIdentity m_wanted;

@@ -10,6 +10,9 @@
 struct ResolvedBookmark {
     QUrl url;
     std::optional<QByteArray> refreshedData;
+    // Whether the bookmarked item, confirmed at `url` while resolving, is a folder; absent when
+    // what stands at `url` was not confirmed to be it. Spares a caller a second look at the disk.
+    std::optional<bool> isDirectory;
 
     bool operator==(const ResolvedBookmark &) const = default;
 };

@@ -27,6 +27,7 @@ constexpr int trashDepth = 1;
 struct Located {
     QString path;
     bool isStale = false;
+    std::optional<bool> isDirectory;
 };
 
 [[noreturn]] void refuseCreate(const QString &path, const QString &underlying)
@@ -84,7 +85,7 @@ QString searchTop(const QString &place, const QString &mountPoint, const QString
     return u"/"_s + place.section(u'/', 1, 1);
 }
 
-std::optional<QString> searchTrash(InodeSearch &search, const ResolutionContext &context,
+std::optional<InodeSearch::Found> searchTrash(InodeSearch &search, const ResolutionContext &context,
                                    const MountTable::Mount &present, const FileIdentity &wanted)
 {
     QStringList directories = FreedesktopTrash::volumeFilesDirectories(present.mountPoint, context.userID);
@@ -108,15 +109,16 @@ Located locate(const BookmarkBlob &blob, const QString &place, const FileIdentit
     const auto atPlace = FileIdentity::read(place, detail);
     const bool movedMount = place != blob.path;
     if (atPlace && atPlace->isSameFileAs(wanted))
-        return {place, movedMount};
+        return {place, movedMount, atPlace->isDirectory};
 
     InodeSearch search(wanted, searchBudget);
-    if (auto found = searchTrash(search, context, present, wanted))
-        return {*found, true};
-    if (auto found = search.around(place, searchTop(place, present.mountPoint, context.homeDirectory), ancestorLevels))
-        return {*found, true};
+    auto found = searchTrash(search, context, present, wanted);
+    if (!found)
+        found = search.around(place, searchTop(place, present.mountPoint, context.homeDirectory), ancestorLevels);
+    if (found)
+        return {found->path, true, found->identity.isDirectory};
     // The original is nowhere near: whatever stands at its old path now takes its place.
-    return {place, atPlace.has_value() || movedMount};
+    return {place, atPlace.has_value() || movedMount, std::nullopt};
 }
 
 } // namespace
@@ -162,13 +164,13 @@ ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &contex
     const Located located = locate(blob, *place, wantedIdentity(blob, *present), *present, context);
     const QUrl url = QUrl::fromLocalFile(located.path);
     if (!located.isStale)
-        return {url, std::nullopt};
+        return {url, std::nullopt, located.isDirectory};
     // A stale bookmark that cannot be renewed now is no failure: the next resolve tries again.
     const ScopedAccess access(url);
     try {
-        return {url, create(url, context.mounts)};
+        return {url, create(url, context.mounts), located.isDirectory};
     } catch (const BookmarkError &) {
-        return {url, std::nullopt};
+        return {url, std::nullopt, located.isDirectory};
     }
 }
 

@@ -18,3 +18,18 @@ QString PlatformText::containerBuiltFromAccountHome()
     return u"The user's data directory is NOT known to this process (neither XDG_DATA_HOME nor HOME "
            u"is set); this path was constructed by hand from the account's home directory."_s;
 }
+
+QString PlatformText::tagContainsNewline(const QString &quotedTag)
+{
+    return u"a file manager tag may not contain a newline: "_s + quotedTag;
+}
+
+QString PlatformText::tagContainsComma(const QString &quotedTag)
+{
+    return u"a file manager tag may not contain a comma: "_s + quotedTag;
+}
+
+QString PlatformText::tagsUnreadable()
+{
+    return u"the folder's file manager tags could not be read, so they were left alone rather than overwritten"_s;
+}

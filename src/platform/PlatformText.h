@@ -13,4 +13,9 @@ QString identifierNotConfigured(const QString &environmentVariable);
 QString containerFoundThroughDataDirectory();
 QString containerBuiltFromAccountHome();
 
+// Why a folder's status tag could not be put on or taken off; `quotedTag` is already quoted.
+QString tagContainsNewline(const QString &quotedTag);
+QString tagContainsComma(const QString &quotedTag);
+QString tagsUnreadable();
+
 } // namespace PlatformText

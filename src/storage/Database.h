@@ -1,17 +1,32 @@
 #pragma once
 
+#include "Card.h"
+#include "CardTextColumn.h"
+#include "ChecklistItem.h"
+#include "ChecklistProgress.h"
 #include "DatabaseChangeNotifier.h"
 #include "Offload.h"
+#include "Project.h"
 #include "SQLiteConnection.h"
 #include "Schema.h"
+#include "Tag.h"
 #include "Task.h"
+#include "TimeSession.h"
+#include "VeltoDate.h"
 
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QSet>
 #include <QString>
 #include <QThread>
+#include <QUrl>
 
 #include <memory>
 #include <optional>
 #include <type_traits>
+
+struct CardResolution;
 
 // The single owner of the one read-write connection. Its operations run one at a time, in the
 // order they were issued, on a worker thread of its own; the awaiting coroutine resumes on the
@@ -35,6 +50,71 @@ public:
 
     // Configures the connection and brings the file to the current schema.
     Task<MigrationOutcome> open();
+
+    // Every write below but setLastSeenFileCount posts after it succeeded; a failed one posts
+    // nothing and leaves the tables as they were. A read fails whole on a malformed row.
+
+    // cards
+    Task<QList<Card>> allCards();
+    Task<std::optional<Card>> card(QString id);
+    Task<void> insertCard(Card card);
+    // One more than the highest order in the column, or 0 for an empty column.
+    Task<double> nextSortOrder(CardStatus status);
+    // Puts the card at `position` among the cards of `status` as they stand before the move,
+    // renumbering the column once if its orders ran out of room. `now` becomes the card's
+    // status_changed_at when the status changes.
+    Task<void> moveCard(QString id, CardStatus status, qint64 position, VeltoDate now = VeltoDate::now());
+    Task<void> relinkCard(QString id, QUrl folder, QByteArray bookmark);
+    Task<void> setPriority(Priority priority, QString id);
+    Task<void> setProject(std::optional<QString> projectID, QString id);
+    Task<void> setDeadline(std::optional<VeltoDate> deadline, QString id);
+    // Stores the value trimmed, or NULL when nothing is left of it.
+    Task<void> setCardText(CardTextColumn column, std::optional<QString> value, QString id);
+    Task<void> setLastSeenFileCount(qint64 count, QString id);
+    // Records which status tag this program put on the card's folder; silent as well.
+    Task<void> setFinderTag(std::optional<QString> tag, QString id);
+    Task<void> deleteCard(QString id);
+    // Rewrites only the cards that differ from their resolution, in one transaction.
+    Task<void> applyResolutions(QHash<QString, CardResolution> resolutions);
+
+    // checklist_items
+    Task<QHash<QString, ChecklistProgress>> checklistProgress();
+    Task<QList<ChecklistItem>> checklistItems(QString cardID);
+    Task<double> nextChecklistOrder(QString cardID);
+    Task<void> insertChecklistItem(ChecklistItem item);
+    Task<void> setChecklistItemDone(bool isDone, QString id);
+    Task<void> deleteChecklistItem(QString id);
+
+    // projects
+    Task<QList<Project>> allProjects();
+    Task<void> insertProject(Project project);
+    Task<void> updateProject(Project project);
+    Task<void> deleteProject(QString id);
+
+    // tags and card_tags
+    Task<QList<Tag>> allTags();
+    // Card id to the ids of its tags; a card with no tag has no entry.
+    Task<QHash<QString, QSet<QString>>> tagLinks();
+    // The tag of that name whatever its case, or a new one coloured by how many tags exist.
+    Task<Tag> findOrCreateTag(QString name);
+    Task<void> attachTag(QString cardID, QString tagID);
+    Task<void> detachTag(QString cardID, QString tagID);
+    Task<void> recolorTag(QString color, QString id);
+    Task<void> deleteTag(QString id);
+
+    // time_sessions
+    Task<QList<TimeSession>> allSessions();
+    // Newest first.
+    Task<QList<TimeSession>> sessions(QString cardID);
+    Task<std::optional<TimeSession>> runningSession();
+    Task<void> insertSession(TimeSession session);
+    // Changes the start, end and note, and the mood only when asked to.
+    Task<void> updateSession(TimeSession session, bool includingMood);
+    Task<void> deleteSession(QString id);
+    // Closes every open session at `at` and inserts `session`, as one change.
+    Task<void> startSession(TimeSession session, VeltoDate at);
+    // Closes the latest open session, never before its start; absent when none was closed.
+    Task<std::optional<TimeSession>> stopRunningSession(VeltoDate at);
 
     // Runs `job` with the connection on the worker thread.
     template <typename Job>

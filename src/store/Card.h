@@ -39,6 +39,8 @@ struct Card {
 };
 
 // The columns every SELECT and the INSERT on `cards` name, in the order `cardFromRow` reads them.
+Q_DECLARE_TYPEINFO(Card, Q_RELOCATABLE_TYPE);
+
 [[nodiscard]] QString cardColumns();
 
 // The card on the statement's current row; throws RepositoryError for a NULL bookmark or an

@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -83,25 +82,7 @@ TEST(ChangeNotifierNames, MapsTheChannelToAValidInterfaceAndMember)
     }
 }
 
-TEST_F(ChangeNotifierTest, EveryObservationHearsEachPostOnce)
-{
-    const auto channel = freshChannel();
-    int first = 0;
-    int second = 0;
-    const auto one = channel.observe([&first] { ++first; });
-    const auto other = channel.observe([&second] { ++second; });
-    ASSERT_TRUE(one && other);
-
-    for (int i = 0; i < 3; ++i)
-        channel.post();
-    freshChannel().post(); // another channel is not heard
-    drainBus();
-
-    EXPECT_EQ(first, 3);
-    EXPECT_EQ(second, 3);
-}
-
-TEST_F(ChangeNotifierTest, DroppingTheObservationStopsOnlyItsDeliveries)
+TEST_F(ChangeNotifierTest, EachObservationHearsEachPostUntilItIsDropped)
 {
     const auto channel = freshChannel();
     int dropped = 0;
@@ -109,33 +90,23 @@ TEST_F(ChangeNotifierTest, DroppingTheObservationStopsOnlyItsDeliveries)
     auto observation = channel.observe([&dropped] { ++dropped; });
     const auto keeper = channel.observe([&kept] { ++kept; });
     ASSERT_TRUE(observation && keeper);
+
     channel.post();
-    ASSERT_TRUE(waitFor([&] { return dropped == 1 && kept == 1; }));
+    channel.post();
+    freshChannel().post(); // another channel is not heard
+    drainBus();
+    ASSERT_EQ(dropped, 2);
+    ASSERT_EQ(kept, 2);
 
     channel.post(); // still in flight when the observation goes, and must not reach it
     observation.reset();
     channel.post();
     drainBus();
-
-    EXPECT_EQ(dropped, 1);
-    EXPECT_EQ(kept, 3);
+    EXPECT_EQ(dropped, 2);
+    EXPECT_EQ(kept, 4);
 }
 
-TEST_F(ChangeNotifierTest, APostFromAWorkerThreadArrivesOnTheObservingThread)
-{
-    const auto channel = freshChannel();
-    QThread *deliveredOn = nullptr;
-    const auto observation = channel.observe([&deliveredOn] { deliveredOn = QThread::currentThread(); });
-    ASSERT_TRUE(observation);
-
-    std::unique_ptr<QThread> worker(QThread::create([&channel] { channel.post(); }));
-    worker->start();
-    worker->wait();
-
-    ASSERT_TRUE(waitFor([&deliveredOn] { return deliveredOn != nullptr; }));
-    EXPECT_EQ(deliveredOn, QCoreApplication::instance()->thread());
-}
-
+// The database posts from its worker thread; delivery still comes to the observing thread.
 TEST_F(ChangeNotifierTest, ADatabasePostsOnlyWhenItWasGivenANotifier)
 {
     for (const bool given : {true, false}) {
@@ -143,7 +114,10 @@ TEST_F(ChangeNotifierTest, ADatabasePostsOnlyWhenItWasGivenANotifier)
         QTemporaryDir dir;
         const auto channel = freshChannel();
         int heard = 0;
-        const auto observation = channel.observe([&heard] { ++heard; });
+        const auto observation = channel.observe([&heard] {
+            EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
+            ++heard;
+        });
         ASSERT_TRUE(observation);
         auto database = Database::create(dir.filePath(u"Velto.sqlite"_s),
                                          given ? std::optional(channel) : std::nullopt);
@@ -200,14 +174,12 @@ struct ProbeCase {
     int exitCode;
 };
 
-TEST(ChangeNotifierProbe, RefusesWhatItCannotDo)
+TEST(ChangeNotifierProbe, FailsAtOnceWithoutABusOrAMode)
 {
     const QList<ProbeCase> cases{
         {{}, false, 2},
-        {{u"--watch"_s, u"--post"_s}, false, 2},
         {{u"--post"_s}, true, 1},
         {{u"--watch"_s}, true, 1},
-        {{u"--help"_s}, true, 0},
     };
     QTemporaryDir dir;
     for (const auto &[arguments, withoutBus, exitCode] : cases) {
@@ -220,7 +192,6 @@ TEST(ChangeNotifierProbe, RefusesWhatItCannotDo)
         }
         probe.start(QStringLiteral(VELTO_PROBE_PATH), arguments);
         ASSERT_TRUE(probe.waitForFinished(10000));
-        EXPECT_EQ(probe.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(probe.exitCode(), exitCode);
     }
 }

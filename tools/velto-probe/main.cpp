@@ -28,9 +28,11 @@ void roundTripToBus(QDBusConnection &bus)
                                             u"org.freedesktop.DBus"_s, u"GetId"_s));
 }
 
+// Local time with its offset, so that lines from machines or sessions in other zones compare.
 QString timestamp()
 {
-    return QDateTime::currentDateTime().toString(Qt::ISODateWithMs);
+    const QDateTime now = QDateTime::currentDateTime();
+    return now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODateWithMs);
 }
 
 int post(const DatabaseChangeNotifier &notifier, QDBusConnection &bus)
