@@ -8,6 +8,8 @@
 
 #include <QtConcurrent/QtConcurrentMap>
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -72,13 +74,18 @@ CardResolution CardResolution::resolve(const Card &card, const ResolutionContext
 QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)
 {
     const ResolutionContext context = ResolutionContext::current();
-    const QList<CardResolution> resolutions = QtConcurrent::blockingMapped(
-        cards, [&context](const Card &card) { return resolve(card, context); });
+    // Each card is resolved into its own slot, on as many threads as the pool has, so that the
+    // file system's latency overlaps; the dictionary is then filled in list order.
+    QList<CardResolution> resolutions(cards.size());
+    CardResolution *slots = resolutions.data();
+    QList<qsizetype> positions(cards.size());
+    std::iota(positions.begin(), positions.end(), 0);
+    QtConcurrent::blockingMap(positions, [&](qsizetype i) { slots[i] = resolve(cards.at(i), context); });
 
     QHash<QString, CardResolution> byID;
     byID.reserve(resolutions.size());
-    for (const CardResolution &resolution : resolutions)
-        byID.insert(resolution.cardID, resolution);
+    for (CardResolution &resolution : resolutions)
+        byID.insert(resolution.cardID, std::move(resolution));
     return byID;
 }
 

@@ -51,8 +51,8 @@ public:
     // Configures the connection and brings the file to the current schema.
     Task<MigrationOutcome> open();
 
-    // Every write below but setLastSeenFileCount posts after it succeeded; a failed one posts
-    // nothing and leaves the tables as they were. A read fails whole on a malformed row.
+    // A write below posts once after it succeeded, unless its comment says otherwise; a failed
+    // one posts nothing and leaves the tables as they were. A read fails whole on a malformed row.
 
     // cards
     Task<QList<Card>> allCards();
@@ -70,11 +70,13 @@ public:
     Task<void> setDeadline(std::optional<VeltoDate> deadline, QString id);
     // Stores the value trimmed, or NULL when nothing is left of it.
     Task<void> setCardText(CardTextColumn column, std::optional<QString> value, QString id);
+    // Silent: no other process shows the count, and it is written whenever a card is opened.
     Task<void> setLastSeenFileCount(qint64 count, QString id);
     // Records which status tag this program put on the card's folder; silent as well.
     Task<void> setFinderTag(std::optional<QString> tag, QString id);
     Task<void> deleteCard(QString id);
-    // Rewrites only the cards that differ from their resolution, in one transaction.
+    // Rewrites only the cards that differ from their resolution, in one transaction, and posts
+    // only if there was one.
     Task<void> applyResolutions(QHash<QString, CardResolution> resolutions);
 
     // checklist_items
@@ -95,7 +97,8 @@ public:
     Task<QList<Tag>> allTags();
     // Card id to the ids of its tags; a card with no tag has no entry.
     Task<QHash<QString, QSet<QString>>> tagLinks();
-    // The tag of that name whatever its case, or a new one coloured by how many tags exist.
+    // The tag of that name whatever its case, or a new one coloured by how many tags exist;
+    // posts only when it made one.
     Task<Tag> findOrCreateTag(QString name);
     Task<void> attachTag(QString cardID, QString tagID);
     Task<void> detachTag(QString cardID, QString tagID);
@@ -113,7 +116,8 @@ public:
     Task<void> deleteSession(QString id);
     // Closes every open session at `at` and inserts `session`, as one change.
     Task<void> startSession(TimeSession session, VeltoDate at);
-    // Closes the latest open session, never before its start; absent when none was closed.
+    // Closes the latest open session, never before its start; absent, and silent, when none was
+    // closed.
     Task<std::optional<TimeSession>> stopRunningSession(VeltoDate at);
 
     // Runs `job` with the connection on the worker thread.

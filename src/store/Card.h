@@ -38,9 +38,11 @@ struct Card {
     bool operator==(const Card &) const = default;
 };
 
-// The columns every SELECT and the INSERT on `cards` name, in the order `cardFromRow` reads them.
+// Every field can be moved by copying its bytes, so a list of ten thousand cards grows without
+// moving each one.
 Q_DECLARE_TYPEINFO(Card, Q_RELOCATABLE_TYPE);
 
+// The columns every SELECT and the INSERT on `cards` name, in the order `cardFromRow` reads them.
 [[nodiscard]] QString cardColumns();
 
 // The card on the statement's current row; throws RepositoryError for a NULL bookmark or an

@@ -8,6 +8,9 @@
 
 #include <QDir>
 
+#include <utility>
+#include <variant>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -54,7 +57,8 @@ std::optional<Card> readCard(SQLiteConnection &connection, const QString &id)
 // The orders of the column, ascending, without the card that moves.
 QList<double> otherOrders(SQLiteConnection &connection, CardStatus status, const QString &movingID)
 {
-    auto statement = connection.prepare(u"SELECT sort_order FROM cards\nWHERE status = ? AND id <> ?\nORDER BY sort_order"_s);
+    auto statement =
+        connection.prepare(u"SELECT sort_order FROM cards\nWHERE status = ? AND id <> ?\nORDER BY sort_order"_s);
     statement->bind({rawValue(status), movingID});
     QList<double> orders;
     while (statement->step())
@@ -222,7 +226,6 @@ Task<void> Database::setCardText(CardTextColumn column, std::optional<QString> v
 
 Task<void> Database::setLastSeenFileCount(qint64 count, QString id)
 {
-    // Silent: the count shows in no other process, and it is written on every opening of a card.
     return run([count, id](SQLiteConnection &connection) {
         StoreQueries::write(connection, u"UPDATE cards SET last_seen_file_count = ? WHERE id = ?"_s, {count, id});
     });

@@ -22,7 +22,8 @@ QList<SQLiteValue> checklistItemValues(const ChecklistItem &item)
 Task<QHash<QString, ChecklistProgress>> Database::checklistProgress()
 {
     return run([](SQLiteConnection &connection) {
-        auto statement = connection.prepare(u"SELECT card_id, count(*), sum(is_done)\nFROM checklist_items GROUP BY card_id"_s);
+        auto statement =
+            connection.prepare(u"SELECT card_id, count(*), sum(is_done)\nFROM checklist_items GROUP BY card_id"_s);
         QHash<QString, ChecklistProgress> progress;
         while (statement->step()) {
             if (statement->isNull(0))
@@ -37,9 +38,10 @@ Task<QHash<QString, ChecklistProgress>> Database::checklistProgress()
 Task<QList<ChecklistItem>> Database::checklistItems(QString cardID)
 {
     return run([cardID](SQLiteConnection &connection) {
-        return StoreQueries::readAll(
-            connection, u"SELECT "_s + checklistItemColumns() + u" FROM checklist_items\nWHERE card_id = ? ORDER BY sort_order"_s,
-            {cardID}, checklistItemFromRow);
+        return StoreQueries::readAll(connection,
+                                     u"SELECT "_s + checklistItemColumns()
+                                         + u" FROM checklist_items\nWHERE card_id = ? ORDER BY sort_order"_s,
+                                     {cardID}, checklistItemFromRow);
     });
 }
 

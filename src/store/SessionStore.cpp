@@ -46,9 +46,9 @@ QList<TimeSession> readSessions(SQLiteConnection &connection, const QString &sql
 
 std::optional<TimeSession> readRunningSession(SQLiteConnection &connection)
 {
-    const QList<TimeSession> running = readSessions(
-        connection,
-        u"SELECT "_s + sessionColumns() + u" FROM time_sessions\nWHERE ended_at IS NULL ORDER BY started_at DESC LIMIT 1"_s);
+    const QString sql = u"SELECT "_s + sessionColumns()
+        + u" FROM time_sessions\nWHERE ended_at IS NULL ORDER BY started_at DESC LIMIT 1"_s;
+    const QList<TimeSession> running = readSessions(connection, sql);
     if (running.isEmpty())
         return std::nullopt;
     return running.first();

@@ -24,18 +24,16 @@ inline void PrintTo(const QString &text, std::ostream *out)
     *out << '"' << text.toStdString() << '"';
 }
 
-// A card whose bookmark, path and name all derive from its id; dates at 1000 s past 2001.
+// A card whose bookmark, path and name derive from its id, with dates at 1000 s.
 inline Card makeCard(const QString &id, CardStatus status, double sortOrder)
 {
     Card card;
-    card.id = id;
+    card.id = card.displayName = id;
     card.bookmark = id.toUtf8();
     card.displayPath = QStringLiteral("/home/ann/") + id;
-    card.displayName = id;
     card.status = status;
     card.sortOrder = sortOrder;
-    card.createdAt = VeltoDate(1000);
-    card.statusChangedAt = VeltoDate(1000);
+    card.createdAt = card.statusChangedAt = VeltoDate(1000);
     return card;
 }
 
@@ -51,8 +49,8 @@ inline TimeSession makeSession(const QString &id, const QString &cardID, double 
     return session;
 }
 
-// A fresh database on a private change channel, with a real observer of that channel, so that a
-// test can count what an operation posted.
+// A fresh database on a private change channel with a real observer, so that a test can count
+// what an operation posted.
 class StoreFixture : public ::testing::Test {
 protected:
     void SetUp() override
@@ -76,8 +74,8 @@ protected:
 
     Database &database() { return *m_database; }
 
-    // How many posts arrived since the last call. A marker sent on another channel after the
-    // operation comes back only after every earlier signal of this process, so nothing is missed.
+    // The posts that arrived since the last call. Signals of one process arrive in order, so once
+    // a marker sent afterwards on another channel is back, none is still on its way.
     int takePosts()
     {
         const DatabaseChangeNotifier marker = freshChannel();
@@ -97,20 +95,20 @@ protected:
         await(m_database->run([sql](SQLiteConnection &connection) { connection.execute(sql); }));
     }
 
-    // Every row of every table, as text, to prove that a failed write left them as they were.
+    // Every row of every table as text, to show that a failed write left them as they were.
     QStringList snapshot()
     {
         return await(m_database->run([](SQLiteConnection &connection) {
             QStringList rows;
             for (const char *table : {"projects", "tags", "cards", "card_tags", "checklist_items", "time_sessions"}) {
-                const QByteArray sql = QByteArray("SELECT * FROM ") + table + " ORDER BY rowid";
                 sqlite3_stmt *statement = nullptr;
-                sqlite3_prepare_v2(connection.handle(), sql.constData(), -1, &statement, nullptr);
+                sqlite3_prepare_v2(connection.handle(), (QByteArray("SELECT * FROM ") + table).constData(), -1,
+                                   &statement, nullptr);
                 while (sqlite3_step(statement) == SQLITE_ROW) {
-                    QStringList columns{QString::fromLatin1(table)};
-                    for (int i = 0; i < sqlite3_column_count(statement); ++i)
-                        columns.append(QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, i))));
-                    rows.append(columns.join(u'|'));
+                    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+                        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, i));
+                        rows.append(QString::fromUtf8(text));
+                    }
                 }
                 sqlite3_finalize(statement);
             }
@@ -121,8 +119,7 @@ protected:
 private:
     static DatabaseChangeNotifier freshChannel()
     {
-        return DatabaseChangeNotifier::forAppGroup(QStringLiteral("test.velto.")
-                                                   + QUuid::createUuid().toString(QUuid::WithoutBraces));
+        return DatabaseChangeNotifier::forAppGroup(QStringLiteral("test.velto.") + QUuid::createUuid().toString());
     }
 
     QTemporaryDir m_dir;
