@@ -8,8 +8,6 @@
 
 #include <QtConcurrent/QtConcurrentMap>
 
-#include <numeric>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -74,18 +72,13 @@ CardResolution CardResolution::resolve(const Card &card, const ResolutionContext
 QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)
 {
     const ResolutionContext context = ResolutionContext::current();
-    // Each card is resolved into its own slot, on as many threads as the pool has, so that the
-    // file system's latency overlaps; the dictionary is then filled in list order.
-    QList<CardResolution> resolutions(cards.size());
-    CardResolution *slots = resolutions.data();
-    QList<qsizetype> positions(cards.size());
-    std::iota(positions.begin(), positions.end(), 0);
-    QtConcurrent::blockingMap(positions, [&](qsizetype i) { slots[i] = resolve(cards.at(i), context); });
+    const QList<CardResolution> resolutions = QtConcurrent::blockingMapped(
+        cards, [&context](const Card &card) { return resolve(card, context); });
 
     QHash<QString, CardResolution> byID;
     byID.reserve(resolutions.size());
-    for (CardResolution &resolution : resolutions)
-        byID.insert(resolution.cardID, std::move(resolution));
+    for (const CardResolution &resolution : resolutions)
+        byID.insert(resolution.cardID, resolution);
     return byID;
 }
 

@@ -56,8 +56,6 @@ QString canonicalPath(const QString &path)
 // not show it.
 std::optional<QString> presentPlace(const BookmarkBlob &blob, const MountTable::Mount &present)
 {
-    if (present.mountPoint == blob.volume.mountPoint && present.root == blob.volume.root)
-        return blob.path;
     const auto belowMount = FolderPaths::relativeTo(blob.path, blob.volume.mountPoint);
     if (!belowMount)
         return std::nullopt;
