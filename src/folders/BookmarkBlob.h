@@ -19,7 +19,7 @@ struct BookmarkBlob {
     [[nodiscard]] QByteArray encoded() const;
 
     // Throws BookmarkError (couldNotResolve) for bytes that are empty, foreign, of a later
-    // version, cut short or damaged.
+    // version, cut short or damaged, including a path that does not lie on its own volume.
     static BookmarkBlob decoded(const QByteArray &data);
 
     bool operator==(const BookmarkBlob &) const = default;

@@ -76,7 +76,8 @@ QList<FolderEntry> FolderEntry::list(const QUrl &url)
         const QString name = QFile::decodeName(entry->d_name);
         if (hidden.contains(name))
             continue;
-        entries.append({QUrl::fromLocalFile(FolderPaths::joined(folder, name)), name, isDirectoryEntry(stream, *entry)});
+        const QUrl entryURL = QUrl::fromLocalFile(FolderPaths::joined(folder, name));
+        entries.append({entryURL, name, isDirectoryEntry(stream, *entry)});
     }
 
     const QCollator collator = naturalCollator();

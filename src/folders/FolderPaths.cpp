@@ -6,7 +6,7 @@ QString FolderPaths::lastComponent(const QString &path)
 {
     if (path == u"/"_s)
         return path;
-    return path.section(u'/', -1);
+    return path.mid(path.lastIndexOf(u'/') + 1);
 }
 
 QString FolderPaths::parent(const QString &path)

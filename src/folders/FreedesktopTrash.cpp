@@ -31,11 +31,14 @@ bool FreedesktopTrash::holds(const QString &path, const QString &homeFilesDirect
         if (const auto inside = FolderPaths::relativeTo(path, homeFilesDirectory); inside && !inside->isEmpty())
             return true;
     }
-    for (const QString &component : {u"/.Trash"_s, u"/.Trashes"_s}) {
-        if (path.endsWith(component) || path.contains(component + u'/'))
+    // Every Trash component starts with "/.Trash"; what follows it tells which kind, if any.
+    const QString volumeFiles = u'-' + QString::number(userID) + u"/files/"_s;
+    for (qsizetype at = path.indexOf(u"/.Trash"); at >= 0; at = path.indexOf(u"/.Trash", at + 1)) {
+        const QStringView rest = QStringView(path).sliced(at + 7);
+        if (rest.isEmpty() || rest.startsWith(u'/') || rest == u"es" || rest.startsWith(u"es/"))
+            return true;
+        if (rest.startsWith(volumeFiles) && rest.size() > volumeFiles.size())
             return true;
     }
-    const QString volumeFiles = u"/.Trash-%1/files/"_s.arg(userID);
-    const qsizetype at = path.indexOf(volumeFiles);
-    return at >= 0 && path.size() > at + volumeFiles.size();
+    return false;
 }

@@ -118,9 +118,9 @@ std::optional<MountTable::Mount> MountTable::mountContaining(const QString &path
     return best;
 }
 
-std::optional<MountTable::Mount> MountTable::find(const Mount &recorded) const
+const MountTable::Mount *MountTable::find(const Mount &recorded) const
 {
-    std::optional<Mount> found;
+    const Mount *found = nullptr;
     for (const Mount &mount : m_mounts) {
         const bool sameVolume = recorded.uuid
             ? mount.uuid == recorded.uuid
@@ -128,9 +128,9 @@ std::optional<MountTable::Mount> MountTable::find(const Mount &recorded) const
         if (!sameVolume)
             continue;
         if (mount.mountPoint == recorded.mountPoint)
-            found = mount;
-        else if (recorded.uuid && !found)
-            found = mount;
+            found = &mount;
+        else if (recorded.uuid && found == nullptr)
+            found = &mount;
     }
     return found;
 }

@@ -48,8 +48,9 @@ public:
 
     // Where the volume of a mount recorded earlier is mounted now. A volume with a UUID is found by
     // it wherever it is mounted (preferring its old mount point); one without must be at its old
-    // mount point from the same source. Absent when it is not mounted.
-    [[nodiscard]] std::optional<Mount> find(const Mount &recorded) const;
+    // mount point from the same source. Null when it is not mounted. The mount is lent, not
+    // copied, because threads resolving side by side share the table.
+    [[nodiscard]] const Mount *find(const Mount &recorded) const;
 
 private:
     explicit MountTable(QList<Mount> mounts) : m_mounts(std::move(mounts)) {}

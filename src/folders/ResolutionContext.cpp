@@ -7,8 +7,18 @@
 
 #include <unistd.h>
 
+namespace {
+
+QString canonicalWhereItExists(const QString &path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return canonical.isEmpty() ? path : canonical;
+}
+
+} // namespace
+
 ResolutionContext ResolutionContext::current()
 {
-    return {MountTable::read(), QFileInfo(QDir::homePath()).canonicalFilePath(), FreedesktopTrash::homeFilesDirectory(),
-            getuid()};
+    return {MountTable::read(), QFileInfo(QDir::homePath()).canonicalFilePath(),
+            canonicalWhereItExists(FreedesktopTrash::homeFilesDirectory()), getuid()};
 }

@@ -8,7 +8,7 @@
 // batch: the mounts, the user's home and home Trash, and the user's id.
 struct ResolutionContext {
     MountTable mounts;
-    // Canonical; empty when unknown.
+    // Both canonical where they exist, as resolved paths are; empty when unknown.
     QString homeDirectory;
     QString homeTrashFiles;
     uint userID = 0;

@@ -56,10 +56,13 @@ QString canonicalPath(const QString &path)
 // not show it.
 std::optional<QString> presentPlace(const BookmarkBlob &blob, const MountTable::Mount &present)
 {
+    if (present.mountPoint == blob.volume.mountPoint && present.root == blob.volume.root)
+        return blob.path;
     const auto belowMount = FolderPaths::relativeTo(blob.path, blob.volume.mountPoint);
     if (!belowMount)
         return std::nullopt;
-    const auto belowPresentRoot = FolderPaths::relativeTo(FolderPaths::joined(blob.volume.root, *belowMount), present.root);
+    const QString inFileSystem = FolderPaths::joined(blob.volume.root, *belowMount);
+    const auto belowPresentRoot = FolderPaths::relativeTo(inFileSystem, present.root);
     if (!belowPresentRoot)
         return std::nullopt;
     return FolderPaths::joined(present.mountPoint, *belowPresentRoot);
@@ -154,8 +157,8 @@ ResolvedBookmark resolve(const QByteArray &data)
 ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &context)
 {
     const BookmarkBlob blob = BookmarkBlob::decoded(data);
-    const auto present = context.mounts.find(blob.volume);
-    if (!present)
+    const MountTable::Mount *present = context.mounts.find(blob.volume);
+    if (present == nullptr)
         refuseNotMounted(blob.volume);
     const auto place = presentPlace(blob, *present);
     if (!place)

@@ -15,7 +15,8 @@ namespace {
 void make(const FolderSandbox &sandbox, const QString &item)
 {
     if (item.contains(u" -> "_s)) {
-        ASSERT_TRUE(QFile::link(sandbox.path(item.section(u" -> "_s, 1)), sandbox.path(u"f/"_s + item.section(u" -> "_s, 0, 0))));
+        const QString link = u"f/"_s + item.section(u" -> "_s, 0, 0);
+        ASSERT_TRUE(QFile::link(sandbox.path(item.section(u" -> "_s, 1)), sandbox.path(link)));
     } else if (item.endsWith(u'/')) {
         sandbox.makeFolder(u"f/"_s + item);
     } else {
@@ -42,7 +43,10 @@ TEST(FolderEntry, listsTheTopLevelFoldersFirstInNaturalOrder)
         {"numbers by value, case not counting",
          {u"File 10"_s, u"file 9"_s, u"File 1"_s, u"Notes 2/"_s, u"notes 10/"_s},
          {u"Notes 2/"_s, u"notes 10/"_s, u"File 1"_s, u"file 9"_s, u"File 10"_s}, 3},
-        {"names in .hidden left out", {u".hidden"_s, u"secret.txt"_s, u"Private/"_s, u"shown.txt"_s}, {u"shown.txt"_s}, 1},
+        {"names in .hidden left out",
+         {u".hidden"_s, u"secret.txt"_s, u"Private/"_s, u"shown.txt"_s},
+         {u"shown.txt"_s},
+         1},
         {"a link is no folder", {u"Real/"_s, u"Link -> f/Real"_s, u"Dangling -> nowhere"_s, u"inner/deep/"_s},
          {u"inner/"_s, u"Real/"_s, u"Dangling"_s, u"Link"_s}, 2},
     };
@@ -69,22 +73,11 @@ TEST(FolderEntry, failsWithTheReasonWhenTheFolderCannotBeRead)
 {
     const FolderSandbox sandbox;
     sandbox.makeFile(u"plain.txt"_s);
-    const struct {
-        QString path;
-        int error;
-        QString text;
-    } cases[] = {
-        {u"gone"_s, ENOENT, u"The folder “gone” could not be opened: No such file or directory."_s},
-        {u"plain.txt"_s, ENOTDIR, u"The folder “plain.txt” could not be opened: Not a directory."_s},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.path.toStdString());
-        try {
-            (void)FolderEntry::list(sandbox.url(c.path));
-            ADD_FAILURE() << "listed";
-        } catch (const FolderListingError &error) {
-            EXPECT_EQ(error.errorCode(), c.error);
-            EXPECT_EQ(error.text(), c.text);
-        }
+    try {
+        (void)FolderEntry::list(sandbox.url(u"plain.txt"_s));
+        ADD_FAILURE() << "listed";
+    } catch (const FolderListingError &error) {
+        EXPECT_EQ(error.errorCode(), ENOTDIR);
+        EXPECT_EQ(error.text(), u"The folder “plain.txt” could not be opened: Not a directory."_s);
     }
 }

@@ -10,6 +10,13 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <ostream>
+
+// Lets a failed expectation show a text as text.
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
 
 // A fresh temporary tree to make, move and remove folders in, with its own home Trash: while it
 // lives, XDG_DATA_HOME points into it.
