@@ -25,6 +25,11 @@ protected:
         return {std::move(bundle), environment, m_dir.filePath(u"account"_s)};
     }
 
+    std::shared_ptr<QSettings> defaults() const
+    {
+        return std::make_shared<QSettings>(m_settingsDir.filePath(u"defaults.ini"_s), QSettings::IniFormat);
+    }
+
     QString containerPath() const { return m_dir.filePath(u"io.quillmere.Velto"_s); }
     QString databasePath() const { return containerPath() + u"/Velto.sqlite"_s; }
 
@@ -35,11 +40,12 @@ protected:
     }
 
     QTemporaryDir m_dir;
+    QTemporaryDir m_settingsDir;
 };
 
 TEST_F(AppModelTest, StartOpensTheDatabaseInTheContainer)
 {
-    AppModel model(sources());
+    AppModel model(sources(), defaults());
     QSignalSpy startupChanges(&model, &AppModel::startupChanged);
     await(model.start());
 
@@ -48,6 +54,7 @@ TEST_F(AppModelTest, StartOpensTheDatabaseInTheContainer)
     ASSERT_TRUE(model.services().has_value());
     EXPECT_EQ(model.services()->container.path, containerPath());
     EXPECT_EQ(model.services()->migration.toVersion, 8);
+    EXPECT_NE(model.timer(), nullptr);
 
     auto reader = SQLiteConnection::open(databasePath(), SQLiteConnection::Access::readOnly);
     EXPECT_EQ(reader->queryInt(u"PRAGMA user_version"_s), 8);
@@ -56,7 +63,7 @@ TEST_F(AppModelTest, StartOpensTheDatabaseInTheContainer)
 
 TEST_F(AppModelTest, SecondStartDoesNothing)
 {
-    AppModel model(sources());
+    AppModel model(sources(), defaults());
     await(model.start());
     const auto database = model.services()->database;
     QSignalSpy startupChanges(&model, &AppModel::startupChanged);
@@ -71,7 +78,7 @@ TEST_F(AppModelTest, SecondStartDoesNothing)
 
 TEST_F(AppModelTest, AutomatedCheckHostTouchesNothing)
 {
-    AppModel model(sources({{u"XCTestConfigurationFilePath"_s, u""_s}}));
+    AppModel model(sources({{u"XCTestConfigurationFilePath"_s, u""_s}}), defaults());
     await(model.start());
     EXPECT_EQ(model.startup(), AppModel::Startup::starting());
     EXPECT_FALSE(model.services().has_value());
@@ -83,10 +90,11 @@ TEST_F(AppModelTest, FailuresLandInStartupAndLeaveNoServices)
     const QString identifierText =
         u"No App Group identifier. Set VELTO_APP_GROUP_IDENTIFIER when configuring the build, or set the "
         u"VELTO_APP_GROUP environment variable."_s;
-    AppModel model(sources({}, u"$(TEAM).Velto"_s));
+    AppModel model(sources({}, u"$(TEAM).Velto"_s), defaults());
     await(model.start());
     EXPECT_EQ(model.startup(), AppModel::Startup::failed(identifierText));
     EXPECT_FALSE(model.services().has_value());
+    EXPECT_EQ(model.timer(), nullptr);
     EXPECT_TRUE(QDir(m_dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).isEmpty());
 }
 
@@ -101,7 +109,7 @@ TEST_F(AppModelTest, NewerDatabaseIsRefusedAndLeftAsItWas)
     }
     const QByteArray before = fileBytes(databasePath());
 
-    AppModel model(sources());
+    AppModel model(sources(), defaults());
     await(model.start());
 
     EXPECT_EQ(model.startupKind(), AppModel::StartupKind::Failed);
@@ -117,7 +125,7 @@ TEST_F(AppModelTest, RetryReachesReadyOnceTheCauseIsFixed)
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
 
-    AppModel model(sources());
+    AppModel model(sources(), defaults());
     await(model.start());
     ASSERT_EQ(model.startupKind(), AppModel::StartupKind::Failed);
     EXPECT_TRUE(model.failureMessage().startsWith(u"Could not use the App Group container at "_s + containerPath() + u".\n"_s))
@@ -125,12 +133,42 @@ TEST_F(AppModelTest, RetryReachesReadyOnceTheCauseIsFixed)
 
     // The failure stays on screen until the next attempt begins.
     QSignalSpy startupChanges(&model, &AppModel::startupChanged);
+    FocusSettings *const focus = model.focus();
     ASSERT_TRUE(blocker.remove());
     await(model.retry());
 
     EXPECT_EQ(model.startup(), AppModel::Startup::ready());
     EXPECT_EQ(startupChanges.count(), 2); // starting, then ready
+    EXPECT_EQ(model.focus(), focus);
+    EXPECT_NE(model.timer(), nullptr);
     EXPECT_TRUE(QFile::exists(databasePath()));
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(AppModelTest, SessionLeftRunningIsAdoptedAtStart)
+{
+    {
+        AppModel first(sources(), defaults());
+        await(first.start());
+    }
+    {
+        auto connection = SQLiteConnection::open(databasePath(), SQLiteConnection::Access::readWrite);
+        connection->configure();
+        connection->execute(uR"(
+            INSERT INTO cards (id, bookmark, display_path, display_name, status, priority, sort_order, created_at, status_changed_at)
+            VALUES ('C0000000-0000-4000-8000-000000000001', x'', '/home/ada/Thesis', 'Thesis', 'in_progress', 'now', 1.0, 0, 0);
+            INSERT INTO time_sessions (id, card_id, started_at, source)
+            VALUES ('E0000000-0000-4000-8000-000000000001', 'C0000000-0000-4000-8000-000000000001', 1700000000, 'manual');
+        )"_s);
+    }
+    AppModel model(sources(), defaults());
+    await(model.start());
+    ASSERT_NE(model.timer(), nullptr);
+    EXPECT_TRUE(model.timer()->hasRunningSession());
+    EXPECT_EQ(model.timer()->runningCardName(), u"Thesis"_s);
 }
 
 } // namespace

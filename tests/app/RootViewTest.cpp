@@ -48,7 +48,7 @@ protected:
 
 TEST_F(RootViewTest, WindowHasItsTitleAndSizes)
 {
-    AppModel model(sources());
+    AppModel model(sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
     load(model);
     EXPECT_EQ(m_window->title(), u"Velto"_s);
     EXPECT_EQ(m_window->width(), 1180);
@@ -60,7 +60,7 @@ TEST_F(RootViewTest, WindowHasItsTitleAndSizes)
 
 TEST_F(RootViewTest, AppearingStartsVeltoAndShowsTheBoardPlace)
 {
-    AppModel model(sources());
+    AppModel model(sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
     load(model);
     EXPECT_TRUE(waitFor(u"boardPlace"_s));
     EXPECT_EQ(model.startupKind(), AppModel::StartupKind::Ready);
@@ -73,7 +73,7 @@ TEST_F(RootViewTest, FailureShowsTheMessageAndTryAgainRecovers)
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
 
-    AppModel model(sources());
+    AppModel model(sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
     load(model);
     ASSERT_TRUE(waitFor(u"startupFailureView"_s));
     EXPECT_EQ(find(u"startupFailureMessage"_s)->property("text").toString(), model.failureMessage());
