@@ -1,5 +1,7 @@
 #include "AppModel.h"
 
+#include "AssignIfChanged.h"
+
 #include <QPointer>
 
 #include <exception>
@@ -16,10 +18,8 @@ AppModel::~AppModel() = default;
 
 void AppModel::setStartup(const Startup &startup)
 {
-    if (m_startup == startup)
-        return;
-    m_startup = startup;
-    emit startupChanged();
+    if (assignIfChanged(m_startup, startup))
+        emit startupChanged();
 }
 
 void AppModel::setServices(std::optional<VeltoServices> services)

@@ -1,5 +1,6 @@
 #include "FinderTagMirror.h"
 
+#include "AssignIfChanged.h"
 #include "FolderTagAttribute.h"
 #include "SecurityScopedBookmark.h"
 
@@ -127,16 +128,12 @@ Task<bool> FinderTagMirror::sync(QList<Card> cards, QHash<QString, CardResolutio
 
 void FinderTagMirror::setIsEnabled(bool enabled)
 {
-    if (enabled == m_isEnabled)
-        return;
-    m_isEnabled = enabled;
-    emit isEnabledChanged();
+    if (assignIfChanged(m_isEnabled, enabled))
+        emit isEnabledChanged();
 }
 
 void FinderTagMirror::setLastError(std::optional<QString> text)
 {
-    if (text == m_lastError)
-        return;
-    m_lastError = std::move(text);
-    emit lastErrorChanged();
+    if (assignIfChanged(m_lastError, std::move(text)))
+        emit lastErrorChanged();
 }

@@ -1,5 +1,6 @@
 #include "TimerModel.h"
 
+#include "AssignIfChanged.h"
 #include "Identifier.h"
 
 #include <QCoreApplication>
@@ -219,51 +220,39 @@ Task<> TimerModel::tick(QPointer<TimerModel> model, std::shared_ptr<Ticker> tick
 
 void TimerModel::setRunning(const std::optional<TimeSession> &running)
 {
-    if (m_running == running)
-        return;
-    m_running = running;
-    emit runningChanged();
+    if (assignIfChanged(m_running, running))
+        emit runningChanged();
 }
 
 void TimerModel::setRunningCardName(const std::optional<QString> &name)
 {
-    if (m_runningCardName == name)
-        return;
-    m_runningCardName = name;
-    emit runningCardNameChanged();
+    if (assignIfChanged(m_runningCardName, name))
+        emit runningCardNameChanged();
 }
 
 void TimerModel::setElapsed(double elapsed)
 {
-    if (m_elapsed == elapsed)
-        return;
-    m_elapsed = elapsed;
-    emit elapsedChanged();
+    if (assignIfChanged(m_elapsed, elapsed))
+        emit elapsedChanged();
 }
 
 void TimerModel::setErrorMessage(const std::optional<QString> &message)
 {
-    if (m_errorMessage == message)
-        return;
-    m_errorMessage = message;
-    emit errorMessageChanged();
+    if (assignIfChanged(m_errorMessage, message))
+        emit errorMessageChanged();
 }
 
 void TimerModel::setJustStopped(const std::optional<TimeSession> &session)
 {
-    if (m_justStopped == session)
-        return;
-    m_justStopped = session;
-    emit justStoppedChanged();
+    if (assignIfChanged(m_justStopped, session))
+        emit justStoppedChanged();
 }
 
 void TimerModel::apply(const FocusPresentation::Event &event)
 {
     FocusPresentation next = m_presentation.applied(event);
-    if (next == m_presentation)
-        return;
-    m_presentation = std::move(next);
-    emit presentationChanged();
+    if (assignIfChanged(m_presentation, std::move(next)))
+        emit presentationChanged();
 }
 
 // Whole seconds, and negative when the wall clock was put back behind the start.
