@@ -1,6 +1,7 @@
 #include "AppGroupContainer.h"
 
 #include "AppGroupError.h"
+#include "RawValueLookup.h"
 
 #include <QDir>
 
@@ -33,11 +34,8 @@ QString rawValue(AppGroupContainer::Route route)
 
 std::optional<AppGroupContainer::Route> routeFromRawValue(const QString &raw)
 {
-    for (auto route : {AppGroupContainer::Route::entitlement, AppGroupContainer::Route::homeDirectoryFallback}) {
-        if (rawValue(route) == raw)
-            return route;
-    }
-    return std::nullopt;
+    return caseWithRawValue<AppGroupContainer::Route>(
+        {AppGroupContainer::Route::entitlement, AppGroupContainer::Route::homeDirectoryFallback}, raw);
 }
 
 bool AppGroupContainer::isUsableIdentifier(const QString &value)

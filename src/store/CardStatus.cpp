@@ -1,14 +1,12 @@
 #include "CardStatus.h"
 
+#include "RawValueLookup.h"
+
 using namespace Qt::StringLiterals;
 
 std::optional<CardStatus> cardStatusFromRawValue(const QString &raw)
 {
-    for (CardStatus status : allCardStatuses) {
-        if (rawValue(status) == raw)
-            return status;
-    }
-    return std::nullopt;
+    return caseWithRawValue<CardStatus>(allCardStatuses, raw);
 }
 
 QString rawValue(CardStatus status)

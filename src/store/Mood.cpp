@@ -1,14 +1,12 @@
 #include "Mood.h"
 
+#include "RawValueLookup.h"
+
 using namespace Qt::StringLiterals;
 
 std::optional<Mood> moodFromRawValue(const QString &raw)
 {
-    for (Mood mood : allMoods) {
-        if (rawValue(mood) == raw)
-            return mood;
-    }
-    return std::nullopt;
+    return caseWithRawValue<Mood>(allMoods, raw);
 }
 
 QString rawValue(Mood mood)

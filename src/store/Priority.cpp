@@ -1,14 +1,12 @@
 #include "Priority.h"
 
+#include "RawValueLookup.h"
+
 using namespace Qt::StringLiterals;
 
 std::optional<Priority> priorityFromRawValue(const QString &raw)
 {
-    for (Priority priority : allPriorities) {
-        if (rawValue(priority) == raw)
-            return priority;
-    }
-    return std::nullopt;
+    return caseWithRawValue<Priority>(allPriorities, raw);
 }
 
 QString rawValue(Priority priority)

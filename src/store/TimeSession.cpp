@@ -1,5 +1,6 @@
 #include "TimeSession.h"
 
+#include "RawValueLookup.h"
 #include "RepositoryError.h"
 #include "RowReading.h"
 #include "SQLiteStatement.h"
@@ -8,11 +9,8 @@ using namespace Qt::StringLiterals;
 
 std::optional<TimeSession::Source> sourceFromRawValue(const QString &raw)
 {
-    if (raw == rawValue(TimeSession::Source::manual))
-        return TimeSession::Source::manual;
-    if (raw == rawValue(TimeSession::Source::automatic))
-        return TimeSession::Source::automatic;
-    return std::nullopt;
+    return caseWithRawValue<TimeSession::Source>(
+        {TimeSession::Source::manual, TimeSession::Source::automatic}, raw);
 }
 
 QString rawValue(TimeSession::Source source)
