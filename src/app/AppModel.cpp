@@ -1,6 +1,7 @@
 #include "AppModel.h"
 
 #include "AssignIfChanged.h"
+#include "FileManagerReveal.h"
 
 #include <QPointer>
 
@@ -8,9 +9,12 @@
 
 using namespace Qt::StringLiterals;
 
-AppModel::AppModel(AppGroupSources sources, std::shared_ptr<QSettings> defaults, QObject *parent)
+AppModel::AppModel(AppGroupSources sources, std::shared_ptr<QSettings> defaults, std::shared_ptr<FolderPicker> picker,
+                   QObject *parent)
     : QObject(parent), m_sources(std::move(sources)),
-      m_focus(std::make_shared<FocusSettings>(defaults ? std::move(defaults) : std::make_shared<QSettings>()))
+      m_focus(std::make_shared<FocusSettings>(defaults ? std::move(defaults) : std::make_shared<QSettings>())),
+      m_folderDialog(picker ? nullptr : std::make_shared<DialogFolderPicker>()),
+      m_picker(picker ? std::move(picker) : m_folderDialog)
 {
 }
 
@@ -38,6 +42,14 @@ void AppModel::setTimer(std::unique_ptr<TimerModel> timer)
     emit timerChanged();
 }
 
+void AppModel::setBoard(std::unique_ptr<BoardModel> board)
+{
+    if (!board && !m_board)
+        return;
+    m_board = std::move(board);
+    emit boardChanged();
+}
+
 Task<> AppModel::start()
 {
     if (m_services)
@@ -60,24 +72,51 @@ Task<> AppModel::start()
 
         setServices(VeltoServices{container, database, notifier, migration});
     } catch (const std::exception &failure) {
-        if (self)
+        if (self) {
+            m_handedOverFolders.clear();
             setStartup(Startup::failed(QString::fromUtf8(failure.what())));
+        }
         co_return;
     }
-    // Nothing after this point can fail. The board, diagnostics and analytics join the timer here,
-    // in that order, as they are built.
+    // Nothing after this point can fail. Diagnostics and analytics join the timer and the board
+    // here, in that order, as they are built.
     setTimer(std::make_unique<TimerModel>(*m_services, m_focus));
+    setBoard(std::make_unique<BoardModel>(*m_services, m_timer.get(), m_picker, revealInFileManager));
     setStartup(Startup::ready());
 
+    // The board appears at once and fills in when its first load ends.
+    co_await m_board->reload();
+    if (!self || !m_timer)
+        co_return;
     // A session left running when Velto last ended is adopted once the board is on screen.
     co_await m_timer->reload();
+    if (!self || !m_board)
+        co_return;
+    m_hasLoadedBoard = true;
+    co_await addHandedOverFolders();
 }
 
 Task<> AppModel::retry()
 {
+    m_hasLoadedBoard = false;
     setServices(std::nullopt);
+    setBoard(nullptr);
     setTimer(nullptr);
     co_await start();
+}
+
+void AppModel::handOverFolders(const QList<QUrl> &folders)
+{
+    m_handedOverFolders.append(folders);
+    if (m_hasLoadedBoard)
+        addHandedOverFolders();
+}
+
+Task<> AppModel::addHandedOverFolders()
+{
+    const QList<QUrl> folders = std::exchange(m_handedOverFolders, {});
+    if (!folders.isEmpty() && m_board)
+        co_await m_board->addFolders(folders);
 }
 
 void AppModel::requestStart()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "AppGroupSources.h"
+#include "BoardModel.h"
+#include "DialogFolderPicker.h"
 #include "FocusSettings.h"
 #include "Task.h"
 #include "TimerModel.h"
@@ -25,6 +27,9 @@ class AppModel : public QObject {
     Q_PROPERTY(QString failureMessage READ failureMessage NOTIFY startupChanged)
     Q_PROPERTY(TimerModel *timer READ timer NOTIFY timerChanged)
     Q_PROPERTY(FocusSettings *focus READ focus CONSTANT)
+    Q_PROPERTY(BoardModel *board READ board NOTIFY boardChanged)
+    // The dialog the window puts up when the board asks for folders; absent when tests answer.
+    Q_PROPERTY(DialogFolderPicker *folderDialog READ folderDialog CONSTANT)
 
 public:
     enum class StartupKind { Starting, Failed, Ready };
@@ -40,9 +45,11 @@ public:
         bool operator==(const Startup &) const = default;
     };
 
-    // `defaults` is the application's standard settings store; absent means the user's own.
+    // `defaults` is the application's standard settings store; absent means the user's own. Without
+    // a `picker`, the board asks through the window's folder dialog.
     explicit AppModel(AppGroupSources sources = AppGroupSources::ofThisProcess(),
-                      std::shared_ptr<QSettings> defaults = nullptr, QObject *parent = nullptr);
+                      std::shared_ptr<QSettings> defaults = nullptr, std::shared_ptr<FolderPicker> picker = nullptr,
+                      QObject *parent = nullptr);
     ~AppModel() override;
 
     [[nodiscard]] const Startup &startup() const { return m_startup; }
@@ -50,6 +57,8 @@ public:
     [[nodiscard]] QString failureMessage() const { return m_startup.message; }
     [[nodiscard]] const std::optional<VeltoServices> &services() const { return m_services; }
     [[nodiscard]] TimerModel *timer() const { return m_timer.get(); }
+    [[nodiscard]] BoardModel *board() const { return m_board.get(); }
+    [[nodiscard]] DialogFolderPicker *folderDialog() const { return m_folderDialog.get(); }
     // Made once with the model and never replaced, so it outlives every retry.
     [[nodiscard]] FocusSettings *focus() const { return m_focus.get(); }
 
@@ -57,6 +66,10 @@ public:
     Task<> start();
     // Drops whatever a failed start left, then starts again.
     Task<> retry();
+
+    // Folders handed in from outside, such as the command line. They are added once start-up has
+    // loaded the board, so that a folder already on it is recognised; a failed start drops them.
+    void handOverFolders(const QList<QUrl> &folders);
 
     // What the window calls; each starts the task and returns at once.
     Q_INVOKABLE void requestStart();
@@ -66,15 +79,24 @@ signals:
     void startupChanged();
     void servicesChanged();
     void timerChanged();
+    void boardChanged();
 
 private:
     void setStartup(const Startup &startup);
     void setServices(std::optional<VeltoServices> services);
     void setTimer(std::unique_ptr<TimerModel> timer);
+    void setBoard(std::unique_ptr<BoardModel> board);
+    Task<> addHandedOverFolders();
 
     AppGroupSources m_sources;
     Startup m_startup;
     std::optional<VeltoServices> m_services;
     std::shared_ptr<FocusSettings> m_focus;
+    std::shared_ptr<DialogFolderPicker> m_folderDialog;
+    std::shared_ptr<FolderPicker> m_picker;
     std::unique_ptr<TimerModel> m_timer;
+    std::unique_ptr<BoardModel> m_board;
+    QList<QUrl> m_handedOverFolders;
+    // The board has had its first load; folders handed over from now on are added at once.
+    bool m_hasLoadedBoard = false;
 };

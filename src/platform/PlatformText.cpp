@@ -33,3 +33,16 @@ QString PlatformText::tagsUnreadable()
 {
     return u"the folder's file manager tags could not be read, so they were left alone rather than overwritten"_s;
 }
+
+QString PlatformText::chooseUnreachableFolderAgain(const QString &name)
+{
+    return u"Choose “%1” again. Velto can no longer read the folder; once you may open it, picking it here "
+           u"points the card at it again."_s.arg(name);
+}
+
+QString PlatformText::cannotReachFolder(const QString &name, const std::optional<QString> &failure)
+{
+    const QString reason = failure ? *failure + u' ' : QString();
+    return u"Velto cannot reach “%1”. %2If the file manager did not open it, right-click the card and choose "
+           u"Locate… to point at the folder again."_s.arg(name, reason);
+}

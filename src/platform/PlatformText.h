@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 // The user-facing sentences that would name a macOS place or rule, in the words that are true on
 // Linux. Every other text of the system is spelled where it is used.
 namespace PlatformText {
@@ -17,5 +19,11 @@ QString containerBuiltFromAccountHome();
 QString tagContainsNewline(const QString &quotedTag);
 QString tagContainsComma(const QString &quotedTag);
 QString tagsUnreadable();
+
+// Asks for a folder the card can no longer read, saying what will help.
+QString chooseUnreachableFolderAgain(const QString &name);
+
+// The banner after revealing a folder that is not available; `failure` says why, when known.
+QString cannotReachFolder(const QString &name, const std::optional<QString> &failure);
 
 } // namespace PlatformText

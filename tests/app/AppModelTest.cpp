@@ -1,11 +1,13 @@
 #include "AppModel.h"
 #include "Await.h"
+#include "FolderHandoff.h"
 #include "SQLiteConnection.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -169,6 +171,61 @@ TEST_F(AppModelTest, SessionLeftRunningIsAdoptedAtStart)
     ASSERT_NE(model.timer(), nullptr);
     EXPECT_TRUE(model.timer()->hasRunningSession());
     EXPECT_EQ(model.timer()->runningCardName(), u"Thesis"_s);
+    ASSERT_NE(model.board(), nullptr);
+    EXPECT_EQ(model.board()->cards().size(), 1) << "the board's first load comes before the adoption";
+}
+
+TEST_F(AppModelTest, FoldersHandedOverWaitForTheFirstLoad)
+{
+    const QString folder = m_dir.filePath(u"Thesis"_s);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    {
+        AppModel first(sources(), defaults());
+        first.handOverFolders({QUrl::fromLocalFile(folder)});
+        await(first.start());
+        ASSERT_EQ(first.board()->cards().size(), 1);
+        EXPECT_EQ(first.board()->selectedCardID(), first.board()->cards().first().id);
+    }
+    // At the next launch the folder is already known, even under a new name.
+    const QString renamed = m_dir.filePath(u"Thesis final"_s);
+    ASSERT_TRUE(QDir().rename(folder, renamed));
+    AppModel model(sources(), defaults());
+    model.handOverFolders({QUrl::fromLocalFile(renamed)});
+    await(model.start());
+    ASSERT_EQ(model.board()->cards().size(), 1);
+    EXPECT_EQ(model.board()->cards().first().displayName, u"Thesis final"_s);
+
+    // Once started, folders are added at once.
+    const QString other = m_dir.filePath(u"Other"_s);
+    ASSERT_TRUE(QDir().mkpath(other));
+    model.handOverFolders({QUrl::fromLocalFile(other)});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return model.board()->cards().size() == 2; }, 5000));
+}
+
+TEST(FolderHandoffTest, TakesFoldersOnlyAndSaysWhyWhenThereAreNone)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(QDir(dir.path()).mkpath(u"Folder"_s));
+    QFile file(dir.filePath(u"notes.txt"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QUrl folder = QUrl::fromLocalFile(dir.filePath(u"Folder"_s));
+    const QString tracksFolders = u"Velto tracks folders, not files. Select a folder instead."_s;
+    struct Case {
+        QStringList arguments;
+        FolderHandoff expected;
+    };
+    const std::vector<Case> cases{
+        {{u"Folder"_s, u"notes.txt"_s}, {{folder}, std::nullopt}},
+        {{dir.filePath(u"Folder/"_s)}, {{folder}, std::nullopt}},
+        {{folder.toString()}, {{folder}, std::nullopt}},
+        {{u"notes.txt"_s, u"absent"_s}, {{}, tracksFolders}},
+        {{u""_s}, {{}, u"Velto could not read the selection."_s}},
+        {{u"https://example.org/"_s}, {{}, u"Velto could not read the selection."_s}},
+    };
+    for (const Case &entry : cases) {
+        SCOPED_TRACE(entry.arguments.join(u' ').toStdString());
+        EXPECT_EQ(FolderHandoff::fromArguments(entry.arguments, dir.path()), entry.expected);
+    }
 }
 
 } // namespace

@@ -1,0 +1,216 @@
+#pragma once
+
+#include "BoardFilter.h"
+#include "BoardMode.h"
+#include "Card.h"
+#include "CardDragging.h"
+#include "CardResolution.h"
+#include "ChecklistProgress.h"
+#include "ColumnMove.h"
+#include "FinderTagMirror.h"
+#include "FolderMatch.h"
+#include "FolderPicker.h"
+#include "PendingFileDrop.h"
+#include "Project.h"
+#include "ProjectFilter.h"
+#include "Swimlane.h"
+#include "Tag.h"
+#include "Task.h"
+#include "TimerModel.h"
+#include "VeltoServices.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+#include <QString>
+#include <QTimeZone>
+#include <QUrl>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+// What the board shows, and every operation that changes it. The lists are a copy of the database
+// that each reload replaces whole; the operations write to the database and then reload, so the
+// board never shows a change the database did not take.
+class BoardModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes its one BoardModel")
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessageText NOTIFY errorMessageChanged)
+    Q_PROPERTY(bool groupByProject READ groupByProject WRITE setGroupByProject NOTIFY groupByProjectChanged)
+    Q_PROPERTY(bool sortByPriority READ sortByPriority WRITE setSortByPriority NOTIFY sortByPriorityChanged)
+    Q_PROPERTY(QString selectedCardID READ selectedCardIDText WRITE setSelectedCardIDText NOTIFY selectedCardIDChanged)
+    Q_PROPERTY(Mode mode READ qmlMode WRITE setQmlMode NOTIFY modeChanged)
+    Q_PROPERTY(bool isManagingTaxonomy READ isManagingTaxonomy WRITE setIsManagingTaxonomy
+                   NOTIFY isManagingTaxonomyChanged)
+    Q_PROPERTY(FinderTagMirror *tagMirror READ tagMirror CONSTANT)
+
+public:
+    using Match = FolderMatch;
+    // Shows a folder in the desktop's file manager.
+    using Reveal = std::function<void(const QUrl &)>;
+
+    enum class Mode { board = int(BoardMode::board), dueSoon = int(BoardMode::dueSoon) };
+    Q_ENUM(Mode)
+
+    BoardModel(VeltoServices services, TimerModel *timer, std::shared_ptr<FolderPicker> picker, Reveal reveal,
+               QObject *parent = nullptr);
+    ~BoardModel() override;
+
+    // State, as the last load published it.
+    [[nodiscard]] const QList<Card> &cards() const { return m_cards; }
+    [[nodiscard]] const QList<Project> &projects() const { return m_projects; }
+    [[nodiscard]] const QList<Tag> &tags() const { return m_tags; }
+    [[nodiscard]] const QHash<QString, QSet<QString>> &tagIDsByCard() const { return m_tagIDsByCard; }
+    [[nodiscard]] const QHash<QString, ChecklistProgress> &checklistProgress() const { return m_checklistProgress; }
+    [[nodiscard]] const QHash<QString, CardResolution> &resolutions() const { return m_resolutions; }
+    [[nodiscard]] bool isLoading() const { return m_isLoading; }
+    [[nodiscard]] const std::optional<QString> &errorMessage() const { return m_errorMessage; }
+    [[nodiscard]] QString errorMessageText() const { return m_errorMessage.value_or(QString()); }
+    [[nodiscard]] FinderTagMirror *tagMirror() const { return m_tagMirror.get(); }
+    [[nodiscard]] TimerModel *timer() const { return m_timer; }
+
+    // What the views set directly; assigning changes nothing else.
+    [[nodiscard]] const BoardFilter &filter() const { return m_filter; }
+    void setFilter(const BoardFilter &filter);
+    [[nodiscard]] bool groupByProject() const { return m_groupByProject; }
+    void setGroupByProject(bool group);
+    [[nodiscard]] bool sortByPriority() const { return m_sortByPriority; }
+    void setSortByPriority(bool sort);
+    [[nodiscard]] const std::optional<QString> &selectedCardID() const { return m_selectedCardID; }
+    void setSelectedCardID(const std::optional<QString> &id);
+    [[nodiscard]] QString selectedCardIDText() const { return m_selectedCardID.value_or(QString()); }
+    void setSelectedCardIDText(const QString &id);
+    [[nodiscard]] const QList<PendingFileDrop> &pendingFileDrops() const { return m_pendingFileDrops; }
+    void setPendingFileDrops(const QList<PendingFileDrop> &drops);
+    [[nodiscard]] BoardMode mode() const { return m_mode; }
+    void setMode(BoardMode mode);
+    [[nodiscard]] bool isManagingTaxonomy() const { return m_isManagingTaxonomy; }
+    void setIsManagingTaxonomy(bool managing);
+    [[nodiscard]] const std::optional<QDateTime> &briefingCopiedAt() const { return m_briefingCopiedAt; }
+    void setBriefingCopiedAt(const std::optional<QDateTime> &at);
+
+    Q_INVOKABLE void dismissError();
+
+    // Derived each time they are read.
+    [[nodiscard]] std::optional<Card> selectedCard() const;
+    [[nodiscard]] QList<Card> columnCards(CardStatus status, const ProjectFilter &lane) const;
+    [[nodiscard]] QList<Swimlane> swimlanes() const;
+    // Cards due within seven calendar days of `zone`, or overdue, earliest first.
+    [[nodiscard]] QList<Card> dueSoonCards(const QDateTime &now,
+                                           const QTimeZone &zone = QTimeZone::systemTimeZone()) const;
+    [[nodiscard]] std::optional<Project> project(const Card &card) const;
+    [[nodiscard]] QList<Tag> tags(const Card &card) const;
+    [[nodiscard]] std::optional<QUrl> folderURL(const Card &card) const;
+    [[nodiscard]] bool needsLocate(const Card &card) const;
+    [[nodiscard]] ProjectFilter lane(const Card &card) const;
+    // Where a drop shown at `visible` in one column of one lane goes among all cards of the status.
+    [[nodiscard]] qint64 absolutePosition(qint64 visible, CardStatus status, const ProjectFilter &lane) const;
+
+    // Runs after every reload asked for before it; never fails, a failure lands in errorMessage.
+    Task<> reload();
+
+    // Folders in and out.
+    Task<> addFoldersFromPanel();
+    Task<> addFolders(QList<QUrl> urls);
+    Task<> addDropped(QList<QUrl> urls);
+    Task<> resolvePendingFileDrops();
+    Task<> locate(Card card);
+    Task<> openInFinder(Card card);
+    Task<> removeCard(Card card);
+
+    // Moves and edits.
+    Task<> moveCard(QString id, CardStatus status, qint64 position);
+    Task<> moveInColumn(Card card, ColumnMove move);
+    Task<> setStatus(CardStatus status, Card card);
+    Task<> acceptDrop(DropContents contents, CardStatus status, qint64 visible, ProjectFilter lane);
+    Task<> setPriority(Priority priority, Card card);
+    Task<> setProject(std::optional<QString> projectID, QString cardID);
+    Task<> setDeadline(std::optional<VeltoDate> deadline, Card card);
+    Task<> setTitle(std::optional<QString> title, Card card);
+    Task<> setGoal(std::optional<QString> goal, Card card);
+    Task<> createProject(QString name, QString color);
+    Task<> updateProject(Project project);
+    Task<> deleteProject(QString id);
+    Task<> addTag(QString name, Card card);
+    Task<> removeTag(QString tagID, QString cardID);
+    Task<> recolorTag(QString tagID, QString color);
+    Task<> deleteTag(QString id);
+    Task<> setTagMirrorEnabled(bool enabled);
+
+signals:
+    void cardsChanged();
+    void projectsChanged();
+    void tagsChanged();
+    void tagIDsByCardChanged();
+    void checklistProgressChanged();
+    void resolutionsChanged();
+    void isLoadingChanged();
+    void errorMessageChanged();
+    void filterChanged();
+    void groupByProjectChanged();
+    void sortByPriorityChanged();
+    void selectedCardIDChanged();
+    void pendingFileDropsChanged();
+    void modeChanged();
+    void isManagingTaxonomyChanged();
+    void briefingCopiedAtChanged();
+
+private:
+    struct LoadChain;
+
+    static Task<> runAfter(QPointer<BoardModel> model, std::shared_ptr<LoadChain> previous,
+                           std::shared_ptr<LoadChain> current);
+    Task<> load();
+    Task<bool> loadSources(const QPointer<BoardModel> &self);
+
+    // Waits for a write, then reloads if it worked; a failure is reported and nothing reloads.
+    Task<> reloadAfter(Task<> write);
+    Task<> attachFiles(QStringList names, QUrl folder, QString cardID);
+    Task<> addOneFolder(QUrl url, QStringList &failures, std::optional<QString> &firstCardID, bool &needsReload);
+    Task<> insertNewCard(const QUrl &url, std::optional<QString> &firstCardID);
+    [[nodiscard]] std::optional<Card> cardAt(const QUrl &folder) const;
+
+    void setCards(const QList<Card> &cards);
+    void setProjects(const QList<Project> &projects);
+    void setTags(const QList<Tag> &tags);
+    void setTagIDsByCard(const QHash<QString, QSet<QString>> &links);
+    void setChecklistProgress(const QHash<QString, ChecklistProgress> &progress);
+    void setResolutions(const QHash<QString, CardResolution> &resolutions);
+    void setIsLoading(bool loading);
+    void setErrorMessage(const std::optional<QString> &message);
+    void reportFailure(const std::exception &failure);
+
+    [[nodiscard]] Mode qmlMode() const { return Mode(int(m_mode)); }
+    void setQmlMode(Mode mode) { setMode(BoardMode(int(mode))); }
+
+    VeltoServices m_services;
+    QPointer<TimerModel> m_timer;
+    std::unique_ptr<FinderTagMirror> m_tagMirror;
+    std::shared_ptr<FolderPicker> m_picker;
+    Reveal m_reveal;
+
+    QList<Card> m_cards;
+    QList<Project> m_projects;
+    QList<Tag> m_tags;
+    QHash<QString, QSet<QString>> m_tagIDsByCard;
+    QHash<QString, ChecklistProgress> m_checklistProgress;
+    QHash<QString, CardResolution> m_resolutions;
+    bool m_isLoading = false;
+    std::optional<QString> m_errorMessage;
+    BoardFilter m_filter;
+    bool m_groupByProject = false;
+    bool m_sortByPriority = false;
+    std::optional<QString> m_selectedCardID;
+    QList<PendingFileDrop> m_pendingFileDrops;
+    std::shared_ptr<LoadChain> m_loadChain;
+    BoardMode m_mode = BoardMode::board;
+    bool m_isManagingTaxonomy = false;
+    std::optional<QDateTime> m_briefingCopiedAt;
+};

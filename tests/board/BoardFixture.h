@@ -1,0 +1,105 @@
+#pragma once
+
+#include "Await.h"
+#include "BoardModel.h"
+#include "Database.h"
+#include "FolderSandbox.h"
+#include "TimerModel.h"
+
+#include <QSettings>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <memory>
+
+// Answers the board's questions for folders from a list the test fills, and remembers the questions.
+class FakeFolderPicker : public FolderPicker {
+public:
+    Task<QList<QUrl>> choose(FolderPickerRequest request) override
+    {
+        requests.append(request);
+        QList<QUrl> answer;
+        if (!answers.empty()) {
+            answer = answers.front();
+            answers.pop_front();
+        }
+        co_return answer;
+    }
+
+    std::deque<QList<QUrl>> answers;
+    QList<FolderPickerRequest> requests;
+};
+
+// A board over a real database in a folder sandbox, with a real timer, a fake folder picker and a
+// file manager that only records what it was asked to show.
+class BoardFixture : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_database = Database::create(m_sandbox.path(QStringLiteral("Velto.sqlite")));
+        await(m_database->open());
+        const VeltoServices services{AppGroupContainer{}, m_database, DatabaseChangeNotifier{}, MigrationOutcome{}};
+        m_timer = std::make_unique<TimerModel>(
+            services, std::make_shared<FocusSettings>(std::make_shared<QSettings>(
+                          m_sandbox.path(QStringLiteral("settings.ini")), QSettings::IniFormat)));
+        m_board = std::make_unique<BoardModel>(services, m_timer.get(), m_picker,
+                                               [this](const QUrl &url) { m_revealed.append(url); });
+    }
+
+    void TearDown() override
+    {
+        m_board.reset();
+        m_timer.reset();
+        QCoreApplication::processEvents();
+    }
+
+    BoardModel &board() { return *m_board; }
+    TimerModel &timer() { return *m_timer; }
+    Database &database() { return *m_database; }
+    const FolderSandbox &sandbox() const { return m_sandbox; }
+    FakeFolderPicker &picker() { return *m_picker; }
+    const QList<QUrl> &revealed() const { return m_revealed; }
+
+    // Makes the folders and adds them as a user would, then returns the cards in board order.
+    QList<Card> addFolders(const QStringList &names)
+    {
+        QList<QUrl> urls;
+        for (const QString &name : names) {
+            m_sandbox.makeFolder(name);
+            urls.append(m_sandbox.url(name));
+        }
+        await(m_board->addFolders(urls));
+        return m_board->cards();
+    }
+
+    [[nodiscard]] std::optional<Card> cardNamed(const QString &name) const
+    {
+        for (const Card &card : m_board->cards())
+            if (card.displayName == name)
+                return card;
+        return std::nullopt;
+    }
+
+    [[nodiscard]] QStringList namesIn(const QList<Card> &cards) const
+    {
+        QStringList names;
+        for (const Card &card : cards)
+            names.append(card.displayName);
+        return names;
+    }
+
+    [[nodiscard]] QStringList column(CardStatus status, const ProjectFilter &lane = {}) const
+    {
+        return namesIn(m_board->columnCards(status, lane));
+    }
+
+private:
+    FolderSandbox m_sandbox;
+    std::shared_ptr<Database> m_database;
+    std::unique_ptr<TimerModel> m_timer;
+    std::shared_ptr<FakeFolderPicker> m_picker = std::make_shared<FakeFolderPicker>();
+    QList<QUrl> m_revealed;
+    std::unique_ptr<BoardModel> m_board;
+};
