@@ -5,6 +5,7 @@ import Velto
 ApplicationWindow {
     id: window
     required property AppModel app
+    required property AppearanceSetting appearance
 
     title: "Velto"
     width: 1180
@@ -13,6 +14,26 @@ ApplicationWindow {
     minimumHeight: 460
     visible: true
     color: Theme.windowBackground
+
+    // The controls draw from the palette, so it takes the theme's colours too; otherwise buttons
+    // and fields would stay light on a dark window.
+    palette.window: Theme.windowBackground
+    palette.windowText: Theme.primaryText
+    palette.base: Theme.controlBackground
+    palette.alternateBase: Theme.secondaryFill
+    palette.text: Theme.primaryText
+    palette.button: Theme.controlBackground
+    palette.buttonText: Theme.primaryText
+    palette.placeholderText: Theme.secondaryText
+    palette.mid: Theme.separator
+    palette.highlight: Theme.accent
+    palette.highlightedText: "#FFFFFF" // white on the accent in both appearances
+
+    Binding {
+        target: Theme
+        property: "dark"
+        value: window.appearance.isDark
+    }
 
     RootView {
         anchors.fill: parent

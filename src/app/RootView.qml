@@ -54,8 +54,11 @@ Item {
 
     Component {
         id: boardPlace
-        Item {
+        BoardView {
             objectName: "boardPlace"
+            board: root.app.board
+            timer: root.app.timer
+            folderDialog: root.app.folderDialog
         }
     }
 }

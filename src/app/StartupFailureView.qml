@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Velto
 
 // Shown when start-up gave up: what went wrong, in words that can be selected and copied, and a
 // way to try again once the cause is fixed.

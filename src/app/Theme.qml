@@ -5,9 +5,18 @@ import QtQuick
 QtObject {
     property bool dark: false
 
-    readonly property color windowBackground: dark ? "#1E1E1E" : "#F5F5F7"
-    readonly property color primaryText: dark ? "#F2F2F7" : "#1C1C1E"
-    readonly property color secondaryText: dark ? "#98989D" : "#6E6E73"
+    // The one of a pair of colours that fits the current appearance.
+    function pick(darkColor, lightColor) {
+        return dark ? darkColor : lightColor
+    }
+
+    readonly property color windowBackground: pick("#1E1E1E", "#F5F5F7")
+    readonly property color primaryText: pick("#F2F2F7", "#1C1C1E")
+    readonly property color secondaryText: pick("#98989D", "#6E6E73")
+    readonly property color separator: pick("#38383A", "#C6C6C8")
+    readonly property color secondaryFill: pick("#2C2C2E", "#E5E5EA")
+    readonly property color accent: pick("#0A84FF", "#007AFF")
+    readonly property color controlBackground: pick("#3A3A3C", "#FFFFFF")
 
     readonly property int spacing: 12
     readonly property int titleSize: 20

@@ -1,6 +1,10 @@
 #include "AppModel.h"
+#include "FolderHandoff.h"
+#include "AppearanceSetting.h"
+#include "DesktopColorScheme.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QtQml/qqmlextensionplugin.h>
@@ -8,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 Q_IMPORT_QML_PLUGIN(VeltoPlugin)
 
@@ -48,10 +53,21 @@ int main(int argc, char **argv)
     QQuickStyle::setStyle(u"Fusion"_s);
 
     AppModel appModel;
+    // `velto FOLDER...`: the folders join the board once it has loaded; anything else is refused in
+    // the user's words, and Velto starts all the same.
+    if (const QStringList given = QApplication::arguments().mid(1); !given.isEmpty()) {
+        const FolderHandoff handoff = FolderHandoff::fromArguments(given, QDir::currentPath());
+        if (handoff.refusal)
+            std::fprintf(stderr, "%s\n", qPrintable(*handoff.refusal));
+        appModel.handOverFolders(handoff.folders);
+    }
+    DesktopColorScheme desktopColorScheme;
+    AppearanceSetting appearance(std::make_shared<QSettings>(), &desktopColorScheme);
 
     QQmlApplicationEngine engine;
     engine.addImportPath(u"qrc:/qt/qml"_s);
-    engine.setInitialProperties({{u"app"_s, QVariant::fromValue(&appModel)}});
+    engine.setInitialProperties(
+        {{u"app"_s, QVariant::fromValue(&appModel)}, {u"appearance"_s, QVariant::fromValue(&appearance)}});
     engine.load(QUrl(u"qrc:/qt/qml/Velto/app/Main.qml"_s));
     if (engine.rootObjects().isEmpty())
         return EXIT_FAILURE;

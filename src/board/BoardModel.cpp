@@ -45,6 +45,19 @@ qint64 calendarDaysBetween(const QDateTime &now, VeltoDate deadline, const QTime
     return now.toTimeZone(zone).date().daysTo(deadline.toDateTime().toTimeZone(zone).date());
 }
 
+// The verdicts that differ from the rows they were made from.
+QHash<QString, CardResolution> resolutionsToPersist(const QList<Card> &cards,
+                                                   const QHash<QString, CardResolution> &resolutions)
+{
+    QHash<QString, CardResolution> changed;
+    for (const Card &card : cards) {
+        const auto resolution = resolutions.constFind(card.id);
+        if (resolution != resolutions.cend() && resolution->needsPersisting(card))
+            changed.insert(card.id, *resolution);
+    }
+    return changed;
+}
+
 } // namespace
 
 // One reload's place in the line of reloads: the next one waits here until this one has ended.
@@ -73,6 +86,11 @@ BoardModel::BoardModel(VeltoServices services, TimerModel *timer, std::shared_pt
       m_tagMirror(std::make_unique<FinderTagMirror>(m_services)), m_picker(std::move(picker)),
       m_reveal(std::move(reveal))
 {
+    for (auto changed : {&BoardModel::cardsChanged, &BoardModel::projectsChanged, &BoardModel::tagsChanged,
+                         &BoardModel::tagIDsByCardChanged, &BoardModel::checklistProgressChanged,
+                         &BoardModel::resolutionsChanged, &BoardModel::filterChanged,
+                         &BoardModel::groupByProjectChanged, &BoardModel::sortByPriorityChanged})
+        connect(this, changed, this, &BoardModel::presentationChanged);
 }
 
 BoardModel::~BoardModel() = default;
@@ -383,14 +401,19 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // Only a clean read of every source clears the banner.
         setErrorMessage(std::nullopt);
 
-        // Renamed and moved folders, and folders gone missing, reach their rows here.
-        co_await database->applyResolutions(resolutions);
-        if (!self)
-            co_return false;
-        const QList<Card> updated = co_await database->allCards();
-        if (!self)
-            co_return false;
-        setCards(updated);
+        // Renamed and moved folders, and folders gone missing, reach their rows here. A board whose
+        // folders all stayed put reads its rows once: the store would find nothing to write, and
+        // reading them again would give what was just published.
+        QList<Card> updated = cards;
+        if (const auto changed = resolutionsToPersist(cards, resolutions); !changed.isEmpty()) {
+            co_await database->applyResolutions(changed);
+            if (!self)
+                co_return false;
+            updated = co_await database->allCards();
+            if (!self)
+                co_return false;
+            setCards(updated);
+        }
 
         const bool tagged = co_await m_tagMirror->sync(updated, resolutions, false);
         if (!self)

@@ -27,7 +27,10 @@
 #include <QSet>
 #include <QString>
 #include <QTimeZone>
+#include <QStringList>
 #include <QUrl>
+#include <QVariantList>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
@@ -50,6 +53,21 @@ class BoardModel : public QObject {
     Q_PROPERTY(bool isManagingTaxonomy READ isManagingTaxonomy WRITE setIsManagingTaxonomy
                    NOTIFY isManagingTaxonomyChanged)
     Q_PROPERTY(FinderTagMirror *tagMirror READ tagMirror CONSTANT)
+    // What the views read; see BoardModelForViews.cpp. Statuses and priorities are indices in
+    // declaration order, records are maps.
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY filterChanged)
+    Q_PROPERTY(QString projectFilterKind READ projectFilterKind NOTIFY filterChanged)
+    Q_PROPERTY(QString projectFilterID READ projectFilterID NOTIFY filterChanged)
+    Q_PROPERTY(QVariantList selectedPriorities READ selectedPriorities NOTIFY filterChanged)
+    Q_PROPERTY(QStringList selectedTagIDs READ selectedTagIDs NOTIFY filterChanged)
+    Q_PROPERTY(QVariantList visibleStatuses READ visibleStatusList NOTIFY filterChanged)
+    Q_PROPERTY(QVariantList projectList READ projectList NOTIFY projectsChanged)
+    Q_PROPERTY(QVariantList tagList READ tagList NOTIFY tagsChanged)
+    Q_PROPERTY(QVariantList swimlaneList READ swimlaneList NOTIFY presentationChanged)
+    Q_PROPERTY(QVariantList chips READ chipList NOTIFY presentationChanged)
+    Q_PROPERTY(QVariantList dueSoonList READ dueSoonList NOTIFY presentationChanged)
+    Q_PROPERTY(QString pendingDropTitle READ pendingDropTitle NOTIFY pendingFileDropsChanged)
+    Q_PROPERTY(QString pendingDropMessage READ pendingDropMessage CONSTANT)
 
 public:
     using Match = FolderMatch;
@@ -113,6 +131,61 @@ public:
     // Where a drop shown at `visible` in one column of one lane goes among all cards of the status.
     [[nodiscard]] qint64 absolutePosition(qint64 visible, CardStatus status, const ProjectFilter &lane) const;
 
+    // For the views: each request starts the operation on the card with that id and returns at
+    // once; an id with no card does nothing.
+    [[nodiscard]] QString searchText() const { return m_filter.searchText; }
+    void setSearchText(const QString &text);
+    [[nodiscard]] QString projectFilterKind() const;
+    [[nodiscard]] QString projectFilterID() const;
+    [[nodiscard]] QVariantList selectedPriorities() const;
+    [[nodiscard]] QStringList selectedTagIDs() const;
+    [[nodiscard]] QVariantList visibleStatusList() const;
+    [[nodiscard]] QVariantList projectList() const;
+    [[nodiscard]] QVariantList tagList() const;
+    [[nodiscard]] QVariantList swimlaneList() const;
+    [[nodiscard]] QVariantList chipList() const;
+    [[nodiscard]] QVariantList dueSoonList() const;
+    // The question put while dropped files wait for their folder; empty while none wait.
+    [[nodiscard]] QString pendingDropTitle() const;
+    [[nodiscard]] static QString pendingDropMessage();
+    // Everything a card face shows of one card.
+    [[nodiscard]] QVariantMap face(const Card &card) const;
+    Q_INVOKABLE [[nodiscard]] QVariantMap cardFace(const QString &cardID) const;
+    // `kind` is "any", "unassigned" or "project"; `projectID` counts only for the last.
+    [[nodiscard]] static ProjectFilter laneFilter(const QString &kind, const QString &projectID);
+
+    Q_INVOKABLE void setProjectFilter(const QString &kind, const QString &projectID);
+    Q_INVOKABLE void setPriorityShown(int priority, bool shown);
+    Q_INVOKABLE void setTagShown(const QString &tagID, bool shown);
+    Q_INVOKABLE void setStatusVisible(int status, bool visible);
+    Q_INVOKABLE void clearChip(const QString &id);
+    Q_INVOKABLE void clearAllFilters();
+    Q_INVOKABLE void cancelPendingFileDrops();
+
+    Q_INVOKABLE void requestReload();
+    Q_INVOKABLE void requestAddFoldersFromPanel();
+    Q_INVOKABLE void requestResolvePendingFileDrops();
+    Q_INVOKABLE void requestOpenInFinder(const QString &cardID);
+    Q_INVOKABLE void requestLocate(const QString &cardID);
+    Q_INVOKABLE void requestRemoveCard(const QString &cardID);
+    Q_INVOKABLE void requestToggleTimer(const QString &cardID);
+    Q_INVOKABLE void requestMoveInColumn(const QString &cardID, int move);
+    Q_INVOKABLE void requestSetStatus(const QString &cardID, int status);
+    Q_INVOKABLE void requestSetPriority(const QString &cardID, int priority);
+    // An empty `projectID` takes the card out of its project.
+    Q_INVOKABLE void requestSetProject(const QString &cardID, const QString &projectID);
+    Q_INVOKABLE void requestAddTag(const QString &cardID, const QString &name);
+    Q_INVOKABLE void requestRemoveTag(const QString &cardID, const QString &tagID);
+    Q_INVOKABLE void requestCreateProject(const QString &name, const QString &color);
+    Q_INVOKABLE void requestUpdateProject(const QString &id, const QString &name, const QString &color);
+    Q_INVOKABLE void requestDeleteProject(const QString &id);
+    Q_INVOKABLE void requestRecolorTag(const QString &id, const QString &color);
+    Q_INVOKABLE void requestDeleteTag(const QString &id);
+    // A drop on a column: the card payload as text (empty if none), the file URLs, and whether
+    // the drag began in this process.
+    Q_INVOKABLE void requestDrop(const QString &cardData, const QList<QUrl> &urls, bool fromThisProcess, int status,
+                                 int position, const QString &laneKind, const QString &laneProjectID);
+
     // Runs after every reload asked for before it; never fails, a failure lands in errorMessage.
     Task<> reload();
 
@@ -161,6 +234,8 @@ signals:
     void modeChanged();
     void isManagingTaxonomyChanged();
     void briefingCopiedAtChanged();
+    // Anything the columns, lanes, chips or the due-soon list are derived from has changed.
+    void presentationChanged();
 
 private:
     struct LoadChain;
@@ -176,6 +251,7 @@ private:
     Task<> addOneFolder(QUrl url, QStringList &failures, std::optional<QString> &firstCardID, bool &needsReload);
     Task<> insertNewCard(const QUrl &url, std::optional<QString> &firstCardID);
     [[nodiscard]] std::optional<Card> cardAt(const QUrl &folder) const;
+    [[nodiscard]] std::optional<Card> cardWithID(const QString &id) const;
 
     void setCards(const QList<Card> &cards);
     void setProjects(const QList<Project> &projects);

@@ -46,3 +46,9 @@ QString PlatformText::cannotReachFolder(const QString &name, const std::optional
     return u"Velto cannot reach “%1”. %2If the file manager did not open it, right-click the card and choose "
            u"Locate… to point at the folder again."_s.arg(name, reason);
 }
+
+QString PlatformText::pendingFileDropMessage()
+{
+    return u"Velto tracks folders, not files. The enclosing folder can be added instead, with the dropped "
+           u"file(s) on its checklist.\n\nChoose the folder to confirm which one Velto should track."_s;
+}

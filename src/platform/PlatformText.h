@@ -26,4 +26,7 @@ QString chooseUnreachableFolderAgain(const QString &name);
 // The banner after revealing a folder that is not available; `failure` says why, when known.
 QString cannotReachFolder(const QString &name, const std::optional<QString> &failure);
 
+// Why files dropped on the board wait until their folder is chosen.
+QString pendingFileDropMessage();
+
 } // namespace PlatformText

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +29,15 @@ const QList<ProjectPalette::Slot> &ProjectPalette::orderedSlots()
         {u"Red"_s, u"#E34948"_s, u"#E66767"_s},
     };
     return palette;
+}
+
+QString ProjectPalette::colorDealtAfter(const QString &color)
+{
+    const QList<Slot> &palette = orderedSlots();
+    const auto found = std::ranges::find(palette, color, &Slot::light);
+    if (found == palette.cend())
+        return color;
+    return palette.at((std::distance(palette.cbegin(), found) + 1) % palette.size()).light;
 }
 
 QString ProjectPalette::neutral()

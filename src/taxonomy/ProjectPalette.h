@@ -22,6 +22,11 @@ struct Slot {
 // The order is the dealing order for new projects and the order of the colour menu.
 [[nodiscard]] const QList<Slot> &orderedSlots();
 
+// The colour a new project is dealt after one made in `color`: the light value of the next slot,
+// Blue again after Red. A colour that is not exactly a slot's light value is kept, so a colour the
+// user typed elsewhere is not replaced behind their back.
+[[nodiscard]] QString colorDealtAfter(const QString &color);
+
 // The grey of something with no project or tag colour; it is no slot, so it is the same in both
 // appearances.
 [[nodiscard]] QString neutral();

@@ -1,5 +1,7 @@
 #include "AppModel.h"
+#include "AppearanceSetting.h"
 #include "Await.h"
+#include "DesktopColorScheme.h"
 
 #include <QFile>
 #include <QQmlApplicationEngine>
@@ -10,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -17,10 +21,14 @@ namespace {
 // The main window loaded as the application loads it, over a model whose container is private.
 class RootViewTest : public ::testing::Test {
 protected:
-    void load(AppModel &model)
+    // The model is the fixture's, so that it outlives the window that reads it.
+    void load()
     {
+        m_model = std::make_unique<AppModel>(
+            sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
         m_engine.addImportPath(u"qrc:/qt/qml"_s);
-        m_engine.setInitialProperties({{u"app"_s, QVariant::fromValue(&model)}});
+        m_engine.setInitialProperties(
+            {{u"app"_s, QVariant::fromValue(m_model.get())}, {u"appearance"_s, QVariant::fromValue(&m_appearance)}});
         m_engine.load(QUrl(u"qrc:/qt/qml/Velto/app/Main.qml"_s));
         ASSERT_EQ(m_engine.rootObjects().size(), 1);
         m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
@@ -42,14 +50,18 @@ protected:
     }
 
     QTemporaryDir m_dir;
+    // A connection that never reached a bus: the desktop stays light.
+    DesktopColorScheme m_desktop{QDBusConnection(u"no-bus"_s)};
+    AppearanceSetting m_appearance{
+        std::make_shared<QSettings>(m_dir.filePath(u"appearance.ini"_s), QSettings::IniFormat), &m_desktop};
+    std::unique_ptr<AppModel> m_model;
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };
 
 TEST_F(RootViewTest, WindowHasItsTitleAndSizes)
 {
-    AppModel model(sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
-    load(model);
+    load();
     EXPECT_EQ(m_window->title(), u"Velto"_s);
     EXPECT_EQ(m_window->width(), 1180);
     EXPECT_EQ(m_window->height(), 760);
@@ -60,10 +72,9 @@ TEST_F(RootViewTest, WindowHasItsTitleAndSizes)
 
 TEST_F(RootViewTest, AppearingStartsVeltoAndShowsTheBoardPlace)
 {
-    AppModel model(sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
-    load(model);
+    load();
     EXPECT_TRUE(waitFor(u"boardPlace"_s));
-    EXPECT_EQ(model.startupKind(), AppModel::StartupKind::Ready);
+    EXPECT_EQ(m_model->startupKind(), AppModel::StartupKind::Ready);
 }
 
 TEST_F(RootViewTest, FailureShowsTheMessageAndTryAgainRecovers)
@@ -73,16 +84,26 @@ TEST_F(RootViewTest, FailureShowsTheMessageAndTryAgainRecovers)
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
 
-    AppModel model(sources(), std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
-    load(model);
+    load();
     ASSERT_TRUE(waitFor(u"startupFailureView"_s));
-    EXPECT_EQ(find(u"startupFailureMessage"_s)->property("text").toString(), model.failureMessage());
-    EXPECT_FALSE(model.failureMessage().isEmpty());
+    EXPECT_EQ(find(u"startupFailureMessage"_s)->property("text").toString(), m_model->failureMessage());
+    EXPECT_FALSE(m_model->failureMessage().isEmpty());
 
     ASSERT_TRUE(blocker.remove());
     QQuickItem *button = find(u"tryAgainButton"_s);
     ASSERT_NE(button, nullptr);
     QMetaObject::invokeMethod(button, "clicked");
+    EXPECT_TRUE(waitFor(u"boardPlace"_s));
+}
+
+TEST_F(RootViewTest, WindowColoursFollowTheAppearance)
+{
+    load();
+    EXPECT_EQ(m_window->color(), QColor(u"#F5F5F7"_s));
+    m_appearance.setPreference(AppearancePreference::dark);
+    EXPECT_EQ(m_window->color(), QColor(u"#1E1E1E"_s));
+    m_appearance.setPreference(AppearancePreference::system);
+    EXPECT_EQ(m_window->color(), QColor(u"#F5F5F7"_s));
     EXPECT_TRUE(waitFor(u"boardPlace"_s));
 }
 

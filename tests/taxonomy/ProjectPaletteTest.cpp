@@ -33,6 +33,39 @@ TEST(ProjectPalette, AColourOutsideThePaletteStaysAsGiven)
     }
 }
 
+TEST(ProjectPalette, DealsTheNextSlotAfterAnExactLightValue)
+{
+    const struct {
+        QString made;
+        QString next;
+    } cases[] = {
+        {u"#2A78D6"_s, u"#EB6834"_s}, // Blue, then Orange
+        {u"#4A3AA7"_s, u"#E34948"_s}, // Violet, then Red
+        {u"#E34948"_s, u"#2A78D6"_s}, // after Red comes Blue
+        {u"#2a78d6"_s, u"#2a78d6"_s}, // not exactly a light value: kept
+        {u"#3987E5"_s, u"#3987E5"_s}, // a dark partner is no light value
+        {u"#123456"_s, u"#123456"_s},
+        {u""_s, u""_s},
+    };
+    for (const auto &[made, next] : cases) {
+        SCOPED_TRACE(made.toStdString());
+        EXPECT_EQ(ProjectPalette::colorDealtAfter(made), next);
+    }
+}
+
+TEST(ProjectPalette, EightDealsInARowComeBackToTheStart)
+{
+    QString color = ProjectPalette::orderedSlots().first().light;
+    QStringList dealt;
+    for (int deal = 0; deal < 8; ++deal) {
+        dealt.append(color);
+        color = ProjectPalette::colorDealtAfter(color);
+    }
+    EXPECT_EQ(color, ProjectPalette::orderedSlots().first().light);
+    dealt.removeDuplicates();
+    EXPECT_EQ(dealt.size(), 8) << "every slot is dealt once in a round";
+}
+
 struct HexCase {
     QString text;
     std::optional<QColor> color;

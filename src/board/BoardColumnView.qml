@@ -1,0 +1,185 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Velto
+
+// One status column of one lane: its head with the count, then its cards with a drop place before,
+// between and after them.
+Rectangle {
+    id: column
+    required property BoardModel board
+    required property TimerModel timer
+    required property int status
+    property string laneKind: "any"
+    property string laneProjectID: ""
+    property bool scrolls: true
+
+    // The card waiting for the user to confirm its removal.
+    property string pendingRemovalID: ""
+    property string pendingRemovalName: ""
+
+    color: BoardVocabulary.columnFill(status, Theme.dark)
+    radius: 11
+    implicitHeight: head.implicitHeight + 7 + (scrolls ? 0 : list.contentHeight) + 16 + 8
+
+    BoardColumnModel {
+        id: cards
+        board: column.board
+        status: column.status
+        laneKind: column.laneKind
+        laneProjectID: column.laneProjectID
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 8
+        anchors.bottomMargin: 16
+        spacing: 7
+
+        RowLayout {
+            id: head
+            Layout.fillWidth: true
+            Layout.leftMargin: 2
+            Layout.rightMargin: 2
+            Text {
+                objectName: "columnTitle"
+                text: BoardVocabulary.statusLabel(column.status)
+                font.pointSize: 12.5 * 0.75
+                font.weight: Font.DemiBold
+                font.letterSpacing: 0.15
+                color: Theme.pick("#EFECE6", "#1A1917")
+                Layout.fillWidth: true
+                elide: Text.ElideRight
+            }
+            Rectangle {
+                implicitWidth: countText.implicitWidth + 14
+                implicitHeight: countText.implicitHeight + 2
+                radius: height / 2
+                color: BoardVocabulary.pillFill(column.status, Theme.dark)
+                Text {
+                    id: countText
+                    objectName: "columnCount"
+                    anchors.centerIn: parent
+                    text: cards.count
+                    font.pointSize: 11.5 * 0.75
+                    font.weight: Font.DemiBold
+                    color: BoardVocabulary.pillText(column.status, Theme.dark)
+                }
+            }
+        }
+
+        ListView {
+            id: list
+            objectName: "columnList"
+            Layout.fillWidth: true
+            Layout.fillHeight: column.scrolls
+            Layout.preferredHeight: column.scrolls ? -1 : contentHeight
+            interactive: column.scrolls
+            clip: column.scrolls
+            boundsBehavior: Flickable.StopAtBounds
+            model: cards
+            ScrollBar.vertical: ScrollBar {
+                policy: column.scrolls ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff
+            }
+
+            header: DropTarget {
+                width: ListView.view.width
+                board: column.board
+                status: column.status
+                position: 0
+                laneKind: column.laneKind
+                laneProjectID: column.laneProjectID
+            }
+
+            delegate: Column {
+                id: entry
+                required property int index
+                required property string cardID
+                required property var face
+                width: ListView.view.width
+
+                CardCell {
+                    width: parent.width
+                    board: column.board
+                    timer: column.timer
+                    cardID: entry.cardID
+                    face: entry.face
+                    onRemoveRequested: function (cardID, name) {
+                        column.pendingRemovalID = cardID
+                        column.pendingRemovalName = name
+                        removal.open()
+                    }
+                }
+                DropTarget {
+                    width: parent.width
+                    board: column.board
+                    status: column.status
+                    position: entry.index + 1
+                    laneKind: column.laneKind
+                    laneProjectID: column.laneProjectID
+                }
+            }
+
+            // Under the last card the free space takes a drop at the bottom; an empty column says so.
+            footer: Item {
+                width: ListView.view.width
+                implicitHeight: cards.count > 0 ? tail.implicitHeight : hint.implicitHeight
+                DropTarget {
+                    id: tail
+                    objectName: "tailDropTarget"
+                    visible: cards.count > 0
+                    width: parent.width
+                    board: column.board
+                    status: column.status
+                    position: cards.count
+                    laneKind: column.laneKind
+                    laneProjectID: column.laneProjectID
+                    minimumHeight: 60
+                }
+                EmptyColumnHint {
+                    id: hint
+                    visible: cards.count === 0
+                    width: parent.width
+                    board: column.board
+                    status: column.status
+                    laneKind: column.laneKind
+                    laneProjectID: column.laneProjectID
+                }
+            }
+        }
+    }
+
+    Dialog {
+        id: removal
+        objectName: "removalDialog"
+        parent: Overlay.overlay
+        anchors.centerIn: parent
+        modal: true
+        title: "Remove “%1” from the board?".arg(column.pendingRemovalName)
+        Label {
+            text: "The folder stays exactly where it is. Velto only stops tracking it."
+            wrapMode: Text.Wrap
+        }
+        footer: DialogButtonBox {
+            Button {
+                objectName: "confirmRemoval"
+                text: "Remove"
+                DialogButtonBox.buttonRole: DialogButtonBox.DestructiveRole
+                onClicked: {
+                    column.board.requestRemoveCard(column.pendingRemovalID)
+                    removal.close()
+                }
+            }
+            Button {
+                text: "Cancel"
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                onClicked: removal.close()
+            }
+        }
+        onClosed: {
+            column.pendingRemovalID = ""
+            column.pendingRemovalName = ""
+        }
+    }
+}

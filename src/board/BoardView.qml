@@ -1,0 +1,146 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Dialogs
+import QtQuick.Layouts
+import Velto
+
+// The whole board: the filter bar, the failure banner, then the columns, the lanes or the list of
+// what is due soon. It also puts up the folder dialog whenever the board asks for folders.
+Rectangle {
+    id: root
+    required property BoardModel board
+    required property TimerModel timer
+    property DialogFolderPicker folderDialog
+
+    color: Theme.pick("#171613", "#F4F3F0")
+    implicitWidth: 940
+    implicitHeight: 500
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        FilterBar {
+            model: root.board
+            Layout.fillWidth: true
+        }
+        Rectangle {
+            color: Theme.separator
+            Layout.fillWidth: true
+            Layout.preferredHeight: 1
+        }
+        ErrorBanner {
+            objectName: "errorBanner"
+            // The board's own failure first; the timer's shows when the board has none.
+            message: root.board.errorMessage !== "" ? root.board.errorMessage : root.timer.errorMessage
+            visible: message !== ""
+            onDismiss: {
+                root.board.dismissError()
+                root.timer.clearError()
+            }
+            Layout.fillWidth: true
+        }
+        Loader {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            sourceComponent: root.board.mode === BoardModel.dueSoon ? dueSoon
+                           : root.board.groupByProject ? swimlanes : columns
+        }
+    }
+
+    Component {
+        id: columns
+        Item {
+            ColumnRow {
+                objectName: "columnRow"
+                anchors.fill: parent
+                anchors.margins: 10
+                board: root.board
+                timer: root.timer
+            }
+        }
+    }
+    Component {
+        id: swimlanes
+        SwimlaneBoard {
+            objectName: "swimlaneBoard"
+            board: root.board
+            timer: root.timer
+        }
+    }
+    Component {
+        id: dueSoon
+        DueSoonView {
+            objectName: "dueSoonView"
+            model: root.board
+        }
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Open]
+        onActivated: root.board.requestAddFoldersFromPanel()
+    }
+
+    // Changes from outside - a folder renamed in the file manager, a write by another process -
+    // reach the board when the user comes back to it.
+    Connections {
+        target: Qt.application
+        function onStateChanged() {
+            if (Qt.application.state === Qt.ApplicationActive && !root.board.isLoading)
+                root.board.requestReload()
+        }
+    }
+
+    Dialog {
+        id: pendingDrops
+        objectName: "pendingDropDialog"
+        parent: Overlay.overlay
+        anchors.centerIn: parent
+        modal: true
+        visible: root.board.pendingDropTitle !== ""
+        title: root.board.pendingDropTitle
+        width: Math.min(460, root.width - 40)
+        Label {
+            width: parent.width
+            text: root.board.pendingDropMessage
+            wrapMode: Text.Wrap
+        }
+        footer: DialogButtonBox {
+            Button {
+                objectName: "chooseFolderButton"
+                text: "Choose Folder…"
+                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            }
+            Button {
+                text: "Cancel"
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            }
+        }
+        onAccepted: root.board.requestResolvePendingFileDrops()
+        onRejected: root.board.cancelPendingFileDrops()
+    }
+
+    ProjectsAndTagsSheet {
+        objectName: "taxonomySheet"
+        parent: Overlay.overlay
+        model: root.board
+    }
+
+    FolderDialog {
+        id: folderPanel
+        onAccepted: root.folderDialog.accept([folderPanel.selectedFolder])
+        onRejected: root.folderDialog.cancel()
+    }
+
+    Connections {
+        target: root.folderDialog
+        function onRequested(prompt, message, folder, allowsMultiple) {
+            // The toolkit's folder dialog picks one folder at a time and has no line for a message,
+            // so the message stands in its title.
+            folderPanel.title = message
+            folderPanel.acceptLabel = prompt
+            folderPanel.currentFolder = folder
+            folderPanel.open()
+        }
+    }
+}

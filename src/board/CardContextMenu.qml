@@ -1,0 +1,139 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls
+import Velto
+
+// What a card offers on a secondary click. Entries that do not apply are left out rather than
+// greyed, so the menu keeps its shape per card state.
+Menu {
+    id: menu
+    required property BoardModel board
+    property var face: ({})
+    required property bool timerRunsHere
+    signal removeRequested()
+
+    readonly property string cardID: face.cardID ?? ""
+
+    component Entry: MenuItem {
+        height: visible ? implicitHeight : 0
+    }
+    component Rule: MenuSeparator {
+        height: visible ? implicitHeight : 0
+    }
+
+    Entry {
+        objectName: "menuOpen"
+        text: "Open in File Manager"
+        onTriggered: menu.board.requestOpenInFinder(menu.cardID)
+    }
+    Entry {
+        objectName: "menuTimer"
+        text: menu.timerRunsHere ? "Stop Timer" : "Start Timer"
+        onTriggered: menu.board.requestToggleTimer(menu.cardID)
+    }
+    Rule {}
+    Entry {
+        objectName: "menuSortNotice"
+        visible: menu.board.sortByPriority
+        text: "Sorting by Priority — turn off to reorder by hand"
+        onTriggered: menu.board.sortByPriority = false
+    }
+    Entry {
+        objectName: "menuMoveTop"
+        visible: !menu.board.sortByPriority
+        text: "Move to Top"
+        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 0)
+    }
+    Entry {
+        objectName: "menuMoveUp"
+        visible: !menu.board.sortByPriority
+        text: "Move Up"
+        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 1)
+    }
+    Entry {
+        objectName: "menuMoveDown"
+        visible: !menu.board.sortByPriority
+        text: "Move Down"
+        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 2)
+    }
+    Entry {
+        objectName: "menuMoveBottom"
+        visible: !menu.board.sortByPriority
+        text: "Move to Bottom"
+        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 3)
+    }
+
+    Menu {
+        id: statusMenu
+        title: "Status"
+        Instantiator {
+            model: BoardVocabulary.statusCount
+            delegate: MenuItem {
+                required property int index
+                text: BoardVocabulary.statusLabel(index)
+                checkable: true
+                checked: menu.face.status === index
+                onTriggered: menu.board.requestSetStatus(menu.cardID, index)
+            }
+            onObjectAdded: (index, object) => statusMenu.insertItem(index, object)
+            onObjectRemoved: (index, object) => statusMenu.removeItem(object)
+        }
+    }
+    Menu {
+        id: priorityMenu
+        title: "Priority"
+        Instantiator {
+            model: BoardVocabulary.priorityCount
+            delegate: MenuItem {
+                required property int index
+                text: BoardVocabulary.priorityLabel(index)
+                checkable: true
+                checked: menu.face.priority === index
+                onTriggered: menu.board.requestSetPriority(menu.cardID, index)
+            }
+            onObjectAdded: (index, object) => priorityMenu.insertItem(index, object)
+            onObjectRemoved: (index, object) => priorityMenu.removeItem(object)
+        }
+    }
+    Menu {
+        id: projectMenu
+        title: "Project"
+        MenuItem {
+            text: "None"
+            onTriggered: menu.board.requestSetProject(menu.cardID, "")
+        }
+        MenuSeparator {}
+        Instantiator {
+            model: menu.board.projectList
+            delegate: MenuItem {
+                required property var modelData
+                text: modelData.name
+                checkable: true
+                checked: menu.face.projectID === modelData.id
+                onTriggered: menu.board.requestSetProject(menu.cardID, modelData.id)
+            }
+            onObjectAdded: (index, object) => projectMenu.insertItem(index + 2, object)
+            onObjectRemoved: (index, object) => projectMenu.removeItem(object)
+        }
+        MenuSeparator {}
+        MenuItem {
+            text: "New Project…"
+            onTriggered: menu.board.isManagingTaxonomy = true
+        }
+    }
+    Rule {}
+    Entry {
+        objectName: "menuLocate"
+        visible: menu.face.needsLocate ?? false
+        text: "Locate…"
+        onTriggered: menu.board.requestLocate(menu.cardID)
+    }
+    Rule {
+        visible: menu.face.needsLocate ?? false
+    }
+    Entry {
+        objectName: "menuRemove"
+        text: "Remove from Board…"
+        onTriggered: menu.removeRequested()
+    }
+}

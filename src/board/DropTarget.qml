@@ -1,0 +1,43 @@
+import QtQuick
+import Velto
+
+// A gap in a column that takes a drop: a thin bar in the status's colour while something hovers
+// over it, invisible otherwise.
+Item {
+    id: root
+    required property BoardModel board
+    required property int status
+    required property int position
+    property string laneKind: "any"
+    property string laneProjectID: ""
+    property real minimumHeight: 0
+
+    readonly property bool isTargeted: dropArea.containsDrag
+
+    implicitHeight: Math.max(3 + 2 * 6, minimumHeight)
+
+    Rectangle {
+        anchors.top: parent.top
+        anchors.topMargin: 6
+        width: parent.width
+        height: 3
+        radius: 1.5
+        color: root.isTargeted ? BoardVocabulary.accentColor(root.status, Theme.dark) : "transparent"
+        Behavior on color {
+            ColorAnimation {
+                duration: 120
+                easing.type: Easing.OutQuad
+            }
+        }
+    }
+
+    BoardDropArea {
+        id: dropArea
+        anchors.fill: parent
+        board: root.board
+        status: root.status
+        position: root.position
+        laneKind: root.laneKind
+        laneProjectID: root.laneProjectID
+    }
+}
