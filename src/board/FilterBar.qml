@@ -53,13 +53,10 @@ Rectangle {
                 id: groupToggle
                 objectName: "groupByProjectToggle"
                 checkable: true
+                checked: bar.model.groupByProject
                 hoverEnabled: true
                 padding: 5
                 onToggled: bar.model.groupByProject = groupToggle.checked
-
-                Binding on checked {
-                    value: bar.model.groupByProject
-                }
 
                 ToolTip.visible: groupToggle.hovered
                 ToolTip.text: "Group the board into a row of columns per project"

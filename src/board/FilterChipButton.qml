@@ -34,7 +34,6 @@ AbstractButton {
         }
 
         Text {
-            objectName: "chipLabel"
             anchors.verticalCenter: parent.verticalCenter
             text: chip.label
             color: Theme.primaryText

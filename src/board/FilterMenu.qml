@@ -39,27 +39,19 @@ Menu {
     }
 
     FilterMenuItem {
-        objectName: "allProjectsItem"
         text: "All Projects"
         checkable: true
+        checked: menu.model.projectFilterKind === "any"
         ButtonGroup.group: projectChoice
         onTriggered: menu.model.setProjectFilter("any", "")
-
-        Binding on checked {
-            value: menu.model.projectFilterKind === "any"
-        }
     }
 
     FilterMenuItem {
-        objectName: "noProjectItem"
         text: "No Project"
         checkable: true
+        checked: menu.model.projectFilterKind === "unassigned"
         ButtonGroup.group: projectChoice
         onTriggered: menu.model.setProjectFilter("unassigned", "")
-
-        Binding on checked {
-            value: menu.model.projectFilterKind === "unassigned"
-        }
     }
 
     MenuSeparator {
@@ -75,18 +67,14 @@ Menu {
             id: projectItem
             required property var modelData
 
-            objectName: "projectItem"
             label: projectItem.modelData.name
             dotColor: projectItem.modelData.color
             checkable: true
+            // A line taken down after its project went loses the menu a moment before it is gone.
+            checked: menu !== null && menu.model.projectFilterKind === "project"
+                     && menu.model.projectFilterID === projectItem.modelData.id
             ButtonGroup.group: projectChoice
             onTriggered: menu.model.setProjectFilter("project", projectItem.modelData.id)
-
-            // A line taken down after its project went loses the menu a moment before it is gone.
-            Binding on checked {
-                value: menu !== null && menu.model.projectFilterKind === "project"
-                       && menu.model.projectFilterID === projectItem.modelData.id
-            }
         }
     }
 
@@ -106,15 +94,11 @@ Menu {
             id: priorityItem
             required property int index
 
-            objectName: "priorityItem"
             text: BoardVocabulary.priorityLabel(priorityItem.index)
             symbol: BoardVocabulary.prioritySymbol(priorityItem.index)
             checkable: true
+            checked: menu.model.selectedPriorities.includes(priorityItem.index)
             onToggled: menu.model.setPriorityShown(priorityItem.index, priorityItem.checked)
-
-            Binding on checked {
-                value: menu.model.selectedPriorities.includes(priorityItem.index)
-            }
         }
     }
 
@@ -134,22 +118,17 @@ Menu {
             id: tagItem
             required property var modelData
 
-            objectName: "tagItem"
             label: tagItem.modelData.name
             dotColor: tagItem.modelData.color
             checkable: true
-            onToggled: menu.model.setTagShown(tagItem.modelData.id, tagItem.checked)
-
             // As for projects, a line of a tag that went may outlive the menu's reach.
-            Binding on checked {
-                value: menu !== null && menu.model.selectedTagIDs.includes(tagItem.modelData.id)
-            }
+            checked: menu !== null && menu.model.selectedTagIDs.includes(tagItem.modelData.id)
+            onToggled: menu.model.setTagShown(tagItem.modelData.id, tagItem.checked)
         }
     }
 
     MenuItem {
         id: noTags
-        objectName: "noTagsItem"
         text: "No tags yet"
         enabled: false
         visible: menu.model.tagList.length === 0
@@ -173,34 +152,25 @@ Menu {
             id: statusItem
             required property int index
 
-            objectName: "statusItem"
             text: BoardVocabulary.statusLabel(statusItem.index)
             symbol: BoardVocabulary.statusSymbol(statusItem.index)
             checkable: true
+            checked: menu.model.visibleStatuses.includes(statusItem.index)
             onToggled: menu.model.setStatusVisible(statusItem.index, statusItem.checked)
-
-            Binding on checked {
-                value: menu.model.visibleStatuses.includes(statusItem.index)
-            }
         }
     }
 
     FilterMenuItem {
         id: sortItem
-        objectName: "sortByPriorityItem"
         text: "Sort columns by priority"
         checkable: true
+        checked: menu.model.sortByPriority
         onToggled: menu.model.sortByPriority = sortItem.checked
-
-        Binding on checked {
-            value: menu.model.sortByPriority
-        }
     }
 
     MenuSeparator {}
 
     MenuItem {
-        objectName: "manageTaxonomyItem"
         // Doubled, the ampersand shows as itself rather than marking a mnemonic.
         text: "Manage Projects && Tags…"
         onTriggered: menu.model.isManagingTaxonomy = true

@@ -42,30 +42,18 @@ AbstractButton {
             objectName: "filterCountBadge"
             anchors.verticalCenter: parent.verticalCenter
             visible: button.count > 0
-            implicitWidth: Math.max(implicitHeight, countText.width + 8)
-            implicitHeight: countText.implicitHeight + 2
+            implicitWidth: Math.max(implicitHeight, digit.advanceWidth * String(button.count).length + 8)
+            implicitHeight: digit.height + 2
             radius: height / 2
             color: Theme.accent
 
-            // Every digit takes the width of the widest one, so the badge keeps its size as the
-            // count changes.
-            TextMetrics {
-                id: digit
-                font: countText.font
-                text: "0"
-            }
-
             Text {
-                id: countText
                 objectName: "filterCount"
                 anchors.centerIn: parent
-                width: Math.max(implicitWidth, digit.advanceWidth * text.length)
-                horizontalAlignment: Text.AlignHCenter
                 text: button.count > 0 ? String(button.count) : ""
                 // White on the accent fill, in both appearances.
                 color: "#FFFFFF"
-                font.pointSize: 10.5 * 0.75
-                font.weight: Font.DemiBold
+                font: digit.font
             }
         }
     }
@@ -75,6 +63,15 @@ AbstractButton {
         color: button.down || menu.visible ? Theme.secondaryFill : "transparent"
         border.width: button.visualFocus ? 1 : 0
         border.color: Theme.accent
+    }
+
+    // The badge gives every digit the width of a zero, so that it keeps its size as the count
+    // changes.
+    TextMetrics {
+        id: digit
+        font.pointSize: 10.5 * 0.75
+        font.weight: Font.DemiBold
+        text: "0"
     }
 
     FilterMenu {
