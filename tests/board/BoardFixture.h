@@ -4,10 +4,15 @@
 #include "BoardModel.h"
 #include "Database.h"
 #include "FolderSandbox.h"
+#include "SceneItems.h"
 #include "TimerModel.h"
 
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -50,6 +55,8 @@ protected:
 
     void TearDown() override
     {
+        // The views go first: they read the models to their end.
+        m_window.reset();
         m_board.reset();
         m_timer.reset();
         QCoreApplication::processEvents();
@@ -94,6 +101,35 @@ protected:
     {
         return namesIn(m_board->columnCards(status, lane));
     }
+
+    // Puts `declaration`, QML that may use `host.board` and `host.timer`, in a window of `size` over this
+    // board and waits until it is on screen, as a user would meet it.
+    void showInWindow(const QByteArray &declaration, QSize size)
+    {
+        m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        QQmlComponent component(&m_engine);
+        component.setData("import QtQuick\nimport Velto\n"
+                          "Window {\n"
+                          "    id: host\n"
+                          "    required property BoardModel board\n"
+                          "    required property TimerModel timer\n"
+                          "    visible: true\n"
+                          + declaration + "\n}\n",
+                          QUrl());
+        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
+        m_window.reset(qobject_cast<QQuickWindow *>(component.createWithInitialProperties(
+            {{QStringLiteral("board"), QVariant::fromValue(m_board.get())},
+             {QStringLiteral("timer"), QVariant::fromValue(m_timer.get())}})));
+        ASSERT_NE(m_window, nullptr);
+        m_window->resize(size);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
+    // The first item of that name in the window.
+    [[nodiscard]] QQuickItem *item(const QString &name) const { return itemNamed(m_window->contentItem(), name); }
+
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
 
 private:
     FolderSandbox m_sandbox;

@@ -1,7 +1,5 @@
 #include "BoardFixture.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -12,48 +10,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The items of that name under `root` in the scene, whoever made them: rows made by a repeater
-// or a list are no QObject children of the view.
-QList<QQuickItem *> itemsNamed(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> found;
-    for (QQuickItem *child : root->childItems()) {
-        if (child->objectName() == name)
-            found.append(child);
-        found.append(itemsNamed(child, name));
-    }
-    return found;
-}
-
 // The due-soon list in a window over a real board.
 class DueSoonViewTest : public BoardFixture {
 protected:
     void SetUp() override
     {
         BoardFixture::SetUp();
-        m_engine.addImportPath(u"qrc:/qt/qml"_s);
-        QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\nimport Velto\n"
-                          "Window {\n"
-                          "    required property BoardModel board\n"
-                          "    width: 720; height: 480; visible: true\n"
-                          "    DueSoonView { anchors.fill: parent; model: board }\n"
-                          "}\n",
-                          QUrl());
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        m_window.reset(qobject_cast<QQuickWindow *>(
-            component.createWithInitialProperties({{u"board"_s, QVariant::fromValue(&board())}})));
-        ASSERT_NE(m_window, nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        showInWindow("DueSoonView { anchors.fill: parent; model: host.board }", {720, 480});
     }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        BoardFixture::TearDown();
-    }
-
-    QQuickItem *item(const QString &name) const { return itemsNamed(m_window->contentItem(), name).value(0); }
 
     // The rows on show, top to bottom.
     QList<QQuickItem *> rows() const
@@ -80,9 +44,6 @@ protected:
     }
 
     void setDeadline(const QString &card, int days) { await(board().setDeadline(inDays(days), *cardNamed(card))); }
-
-    QQmlEngine m_engine;
-    std::unique_ptr<QQuickWindow> m_window;
 };
 
 TEST_F(DueSoonViewTest, WithNothingDueTheEmptyStateShows)

@@ -1,7 +1,5 @@
 #include "BoardFixture.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -10,18 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Searches the items on screen rather than the object tree, where a Repeater's items are missing.
-QQuickItem *findItem(const QQuickItem *root, const QString &name)
-{
-    for (QQuickItem *child : root->childItems()) {
-        if (child->objectName() == name)
-            return child;
-        if (QQuickItem *found = findItem(child, name))
-            return found;
-    }
-    return nullptr;
-}
-
 // The filter bar over a real board, in a shown window, so that it is clicked and typed into as a
 // user would.
 class FilterBarTest : public BoardFixture {
@@ -29,30 +15,15 @@ protected:
     void SetUp() override
     {
         BoardFixture::SetUp();
-        m_engine.addImportPath(u"qrc:/qt/qml"_s);
-        QQmlComponent component(&m_engine);
-        component.setData("import Velto\nFilterBar {}", QUrl());
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        m_bar.reset(qobject_cast<QQuickItem *>(
-            component.createWithInitialProperties({{u"model"_s, QVariant::fromValue(&board())}})));
-        ASSERT_NE(m_bar, nullptr);
         // Tall enough for the whole filter menu to open without scrolling.
-        m_window.resize(1000, 1400);
-        m_bar->setParentItem(m_window.contentItem());
-        m_bar->setWidth(m_window.width());
-        m_window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_window));
-    }
-
-    void TearDown() override
-    {
-        m_bar.reset();
-        BoardFixture::TearDown();
+        showInWindow("FilterBar { objectName: \"filterBar\"; width: parent.width; model: host.board }", {1000, 1400});
+        m_bar = item(u"filterBar"_s);
+        ASSERT_NE(m_bar, nullptr);
     }
 
     [[nodiscard]] QQuickItem *find(const QString &name) const
     {
-        QQuickItem *found = findItem(m_bar.get(), name);
+        QQuickItem *found = itemNamed(m_bar, name);
         if (!found)
             ADD_FAILURE() << "nothing named " << name.toStdString();
         return found;
@@ -92,7 +63,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([&] { return item->isVisible() && item->width() > 0 && item->height() > 0; }));
         QTest::qWait(50);
         const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-        QTest::mouseClick(&m_window, Qt::LeftButton, {}, centre.toPoint());
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());
     }
 
     [[nodiscard]] QObject *menu() const { return m_bar->findChild<QObject *>(u"filterMenu"_s); }
@@ -148,9 +119,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([&] { return !menu()->property("visible").toBool(); }));
     }
 
-    QQmlEngine m_engine;
-    QQuickWindow m_window;
-    std::unique_ptr<QQuickItem> m_bar;
+    QQuickItem *m_bar = nullptr;
 };
 
 TEST_F(FilterBarTest, ChipRowAndCountFollowTheRestrictions)
@@ -201,13 +170,13 @@ TEST_F(FilterBarTest, ChipsOfADeletedProjectAndOfTagsCarryTheirDots)
     board().setTagShown(board().tags().first().id, true);
     ASSERT_EQ(chipLabels(), (QStringList{u"Work"_s, u"urgent"_s}));
     for (const QQuickItem *chip : chips())
-        EXPECT_TRUE(findItem(chip, u"chipDot"_s)->isVisible());
+        EXPECT_TRUE(itemNamed(chip, u"chipDot"_s)->isVisible());
 
     // Gone through another way than the model's own delete, which also lifts the restriction.
     await(database().deleteProject(projectID));
     await(board().reload());
     ASSERT_EQ(chipLabels(), (QStringList{u"Project"_s, u"urgent"_s}));
-    EXPECT_FALSE(findItem(chips().first(), u"chipDot"_s)->isVisible());
+    EXPECT_FALSE(itemNamed(chips().first(), u"chipDot"_s)->isVisible());
 }
 
 TEST_F(FilterBarTest, TypingSearchesAndEitherWayOfClearingEmptiesTheField)
@@ -217,7 +186,7 @@ TEST_F(FilterBarTest, TypingSearchesAndEitherWayOfClearingEmptiesTheField)
         std::function<void()> clear;
     } cases[] = {
         {"the clear button", [this] { click(find(u"clearSearchButton"_s)); }},
-        {"Escape", [this] { QTest::keyClick(&m_window, Qt::Key_Escape); }},
+        {"Escape", [this] { QTest::keyClick(m_window.get(), Qt::Key_Escape); }},
     };
     QQuickItem *field = find(u"searchField"_s);
     for (const auto &c : cases) {
@@ -226,7 +195,7 @@ TEST_F(FilterBarTest, TypingSearchesAndEitherWayOfClearingEmptiesTheField)
         click(field);
         ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasActiveFocus(); }));
         for (const char key : "report"_ba)
-            QTest::keyClick(&m_window, key);
+            QTest::keyClick(m_window.get(), key);
         EXPECT_EQ(board().searchText(), u"report"_s);
         EXPECT_TRUE(shows(u"clearSearchButton"_s));
 
@@ -260,7 +229,7 @@ TEST_F(FilterBarTest, ClearAllLiftsEveryRestrictionButKeepsTheWayOfLooking)
 TEST_F(FilterBarTest, ModeSwitchAndGroupToggleSetTheModel)
 {
     const auto clickOn = [this](const char *name) { return [this, name] { click(find(QString::fromLatin1(name))); }; };
-    const auto press = [this](Qt::Key key) { return [this, key] { QTest::keyClick(&m_window, key); }; };
+    const auto press = [this](Qt::Key key) { return [this, key] { QTest::keyClick(m_window.get(), key); }; };
     const struct {
         const char *name;
         std::function<void()> act;

@@ -1,8 +1,6 @@
 #include "BoardFixture.h"
 #include "ProjectPalette.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -14,19 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The items of that name under `root` in the scene, whoever made them: rows made by a repeater
-// or a list are no QObject children of the view.
-QList<QQuickItem *> itemsNamed(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> found;
-    for (QQuickItem *child : root->childItems()) {
-        if (child->objectName() == name)
-            found.append(child);
-        found.append(itemsNamed(child, name));
-    }
-    return found;
-}
-
 // The sheet as the board shows it: declared in a window over a real board, open while the board
 // manages its taxonomy.
 class ProjectsAndTagsSheetTest : public BoardFixture {
@@ -34,29 +19,10 @@ protected:
     void SetUp() override
     {
         BoardFixture::SetUp();
-        m_engine.addImportPath(u"qrc:/qt/qml"_s);
-        QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\nimport Velto\n"
-                          "Window {\n"
-                          "    required property BoardModel board\n"
-                          "    width: 640; height: 640; visible: true\n"
-                          "    ProjectsAndTagsSheet { model: board }\n"
-                          "}\n",
-                          QUrl());
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        m_window.reset(qobject_cast<QQuickWindow *>(
-            component.createWithInitialProperties({{u"board"_s, QVariant::fromValue(&board())}})));
-        ASSERT_NE(m_window, nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        showInWindow("ProjectsAndTagsSheet { model: host.board }", {640, 640});
         // The fields of the sheet take the keyboard only in the window that has it.
         m_window->requestActivate();
         ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
-    }
-
-    void TearDown() override
-    {
-        m_window.reset();
-        BoardFixture::TearDown();
     }
 
     void openSheet()
@@ -67,7 +33,6 @@ protected:
     }
 
     QObject *object(const QString &name) const { return m_window->findChild<QObject *>(name); }
-    QQuickItem *item(const QString &name) const { return itemsNamed(m_window->contentItem(), name).value(0); }
 
     // The visible items of that name, top to bottom.
     QList<QQuickItem *> rows(const QString &name) const
@@ -107,9 +72,6 @@ protected:
         const auto found = std::ranges::find(board().projects(), name, &Project::name);
         return found == board().projects().cend() ? std::nullopt : std::optional(*found);
     }
-
-    QQmlEngine m_engine;
-    std::unique_ptr<QQuickWindow> m_window;
 };
 
 TEST_F(ProjectsAndTagsSheetTest, ProjectsMadeInARowAreDealtTheNextColour)
