@@ -1,6 +1,7 @@
 #include "BoardColumnModel.h"
 
 #include "AssignIfChanged.h"
+#include "VocabularyIndex.h"
 
 using namespace Qt::StringLiterals;
 
@@ -70,9 +71,7 @@ void BoardColumnModel::refresh()
 {
     QList<QString> ids;
     QList<QVariantMap> faces;
-    const auto status = m_status >= 0 && m_status < int(allCardStatuses.size())
-                            ? std::optional(allCardStatuses.at(size_t(m_status)))
-                            : std::nullopt;
+    const auto status = VocabularyIndex::caseAt<CardStatus>(allCardStatuses, m_status);
     if (m_board && status) {
         for (const Card &card : m_board->columnCards(*status, BoardModel::laneFilter(m_laneKind, m_laneProjectID))) {
             ids.append(card.id);

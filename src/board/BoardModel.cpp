@@ -1,6 +1,7 @@
 #include "BoardModel.h"
 
 #include "AssignIfChanged.h"
+#include "DeadlineRules.h"
 #include "FolderPaths.h"
 #include "FolderTagAttribute.h"
 #include "Identifier.h"
@@ -37,12 +38,6 @@ QUrl standardized(const QUrl &url)
 QString lastComponent(const QUrl &url)
 {
     return FolderPaths::lastComponent(url.toLocalFile());
-}
-
-// Whole calendar days from the start of `now`'s day to the start of the deadline's day in `zone`.
-qint64 calendarDaysBetween(const QDateTime &now, VeltoDate deadline, const QTimeZone &zone)
-{
-    return now.toTimeZone(zone).date().daysTo(deadline.toDateTime().toTimeZone(zone).date());
 }
 
 // The verdicts that differ from the rows they were made from.
@@ -197,12 +192,6 @@ void BoardModel::setIsManagingTaxonomy(bool managing)
         emit isManagingTaxonomyChanged();
 }
 
-void BoardModel::setBriefingCopiedAt(const std::optional<QDateTime> &at)
-{
-    if (assignIfChanged(m_briefingCopiedAt, at))
-        emit briefingCopiedAtChanged();
-}
-
 void BoardModel::dismissError()
 {
     setErrorMessage(std::nullopt);
@@ -212,9 +201,12 @@ void BoardModel::dismissError()
 
 std::optional<Card> BoardModel::selectedCard() const
 {
-    if (!m_selectedCardID)
-        return std::nullopt;
-    const auto found = std::ranges::find(m_cards, *m_selectedCardID, &Card::id);
+    return m_selectedCardID ? cardWithID(*m_selectedCardID) : std::nullopt;
+}
+
+std::optional<Card> BoardModel::cardWithID(const QString &id) const
+{
+    const auto found = std::ranges::find(m_cards, id, &Card::id);
     return found == m_cards.cend() ? std::nullopt : std::optional(*found);
 }
 
@@ -257,7 +249,7 @@ QList<Swimlane> BoardModel::swimlanes() const
     return lanes;
 }
 
-QList<Card> BoardModel::dueSoonCards(const QDateTime &now, const QTimeZone &zone) const
+QList<Card> BoardModel::dueSoonCards(VeltoDate now, const QTimeZone &zone) const
 {
     // Hidden columns stay hidden on the board only; every other facet of the filter applies.
     BoardFilter filter = m_filter;
@@ -267,7 +259,7 @@ QList<Card> BoardModel::dueSoonCards(const QDateTime &now, const QTimeZone &zone
     for (const Card &card : m_cards) {
         if (!card.deadline || card.status == CardStatus::complete)
             continue;
-        if (calendarDaysBetween(now, *card.deadline, zone) >= 8)
+        if (DeadlineRules::daysUntil(*card.deadline, now, zone) >= 8)
             continue;
         if (filter.matches(card, m_tagIDsByCard.value(card.id)))
             due.append(card);

@@ -19,7 +19,6 @@
 #include "TimerModel.h"
 #include "VeltoServices.h"
 
-#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -111,8 +110,6 @@ public:
     void setMode(BoardMode mode);
     [[nodiscard]] bool isManagingTaxonomy() const { return m_isManagingTaxonomy; }
     void setIsManagingTaxonomy(bool managing);
-    [[nodiscard]] const std::optional<QDateTime> &briefingCopiedAt() const { return m_briefingCopiedAt; }
-    void setBriefingCopiedAt(const std::optional<QDateTime> &at);
 
     Q_INVOKABLE void dismissError();
 
@@ -121,8 +118,7 @@ public:
     [[nodiscard]] QList<Card> columnCards(CardStatus status, const ProjectFilter &lane) const;
     [[nodiscard]] QList<Swimlane> swimlanes() const;
     // Cards due within seven calendar days of `zone`, or overdue, earliest first.
-    [[nodiscard]] QList<Card> dueSoonCards(const QDateTime &now,
-                                           const QTimeZone &zone = QTimeZone::systemTimeZone()) const;
+    [[nodiscard]] QList<Card> dueSoonCards(VeltoDate now, const QTimeZone &zone = QTimeZone::systemTimeZone()) const;
     [[nodiscard]] std::optional<Project> project(const Card &card) const;
     [[nodiscard]] QList<Tag> tags(const Card &card) const;
     [[nodiscard]] std::optional<QUrl> folderURL(const Card &card) const;
@@ -233,7 +229,6 @@ signals:
     void pendingFileDropsChanged();
     void modeChanged();
     void isManagingTaxonomyChanged();
-    void briefingCopiedAtChanged();
     // Anything the columns, lanes, chips or the due-soon list are derived from has changed.
     void presentationChanged();
 
@@ -288,5 +283,4 @@ private:
     std::shared_ptr<LoadChain> m_loadChain;
     BoardMode m_mode = BoardMode::board;
     bool m_isManagingTaxonomy = false;
-    std::optional<QDateTime> m_briefingCopiedAt;
 };

@@ -5,6 +5,7 @@
 
 #include "FilterChip.h"
 #include "PlatformText.h"
+#include "VocabularyIndex.h"
 
 #include <QMimeData>
 
@@ -14,19 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <typename Enum, typename All>
-std::optional<Enum> caseAt(const All &all, int index)
-{
-    if (index < 0 || index >= int(all.size()))
-        return std::nullopt;
-    return all.at(size_t(index));
-}
-
-template <typename Enum, typename All>
-int indexOf(const All &all, Enum value)
-{
-    return int(std::ranges::find(all, value) - all.begin());
-}
+using VocabularyIndex::caseAt;
+using VocabularyIndex::indexOf;
 
 QVariantMap colouredRecord(const QString &id, const QString &name, const QString &color)
 {
@@ -135,7 +125,7 @@ QVariantList BoardModel::chipList() const
 QVariantList BoardModel::dueSoonList() const
 {
     QVariantList list;
-    for (const Card &card : dueSoonCards(QDateTime::currentDateTime()))
+    for (const Card &card : dueSoonCards(VeltoDate::now()))
         list.append(face(card));
     return list;
 }
@@ -189,12 +179,6 @@ QVariantMap BoardModel::cardFace(const QString &cardID) const
 {
     const auto card = cardWithID(cardID);
     return card ? face(*card) : QVariantMap();
-}
-
-std::optional<Card> BoardModel::cardWithID(const QString &id) const
-{
-    const auto found = std::ranges::find(m_cards, id, &Card::id);
-    return found == m_cards.cend() ? std::nullopt : std::optional(*found);
 }
 
 ProjectFilter BoardModel::laneFilter(const QString &kind, const QString &projectID)

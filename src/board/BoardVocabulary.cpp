@@ -2,17 +2,19 @@
 
 #include "CardStatus.h"
 #include "Priority.h"
+#include "VocabularyIndex.h"
 
 namespace {
 
+// An index out of range reads as the nearest case, so a view never draws nothing.
 CardStatus statusAt(int index)
 {
-    return allCardStatuses.at(size_t(qBound(0, index, int(allCardStatuses.size()) - 1)));
+    return *VocabularyIndex::caseAt<CardStatus>(allCardStatuses, qBound(0, index, int(allCardStatuses.size()) - 1));
 }
 
 Priority priorityAt(int index)
 {
-    return allPriorities.at(size_t(qBound(0, index, int(allPriorities.size()) - 1)));
+    return *VocabularyIndex::caseAt<Priority>(allPriorities, qBound(0, index, int(allPriorities.size()) - 1));
 }
 
 QColor resolved(const ColorPair &pair, bool dark)
