@@ -18,13 +18,3 @@ QString rawValue(AppearancePreference preference)
     }
     Q_UNREACHABLE();
 }
-
-QString label(AppearancePreference preference)
-{
-    switch (preference) {
-    case AppearancePreference::system: return u"System"_s;
-    case AppearancePreference::light: return u"Light"_s;
-    case AppearancePreference::dark: return u"Dark"_s;
-    }
-    Q_UNREACHABLE();
-}

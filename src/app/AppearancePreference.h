@@ -14,4 +14,3 @@ inline constexpr std::array allAppearancePreferences{AppearancePreference::syste
 
 [[nodiscard]] std::optional<AppearancePreference> appearancePreferenceFromRawValue(const QString &raw);
 [[nodiscard]] QString rawValue(AppearancePreference preference);
-[[nodiscard]] QString label(AppearancePreference preference);

@@ -1,13 +1,12 @@
 #include "AppearanceSetting.h"
 #include "DesktopColorScheme.h"
+#include "SettingsFiles.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -207,32 +206,12 @@ TEST(DesktopColorSchemeTest, AChangeHeardBeforeTheFirstAnswerWins)
     EXPECT_EQ(changes.count(), 1);
 }
 
-// Every case gets a settings file of its own: stores of one path share a cache within the process.
-class AppearanceSettingTest : public ::testing::Test {
+// Every case gets a settings file of its own.
+class AppearanceSettingTest : public ::testing::Test, protected SettingsFiles {
 protected:
-    QString path() const { return m_dir.filePath(u"settings-%1.ini"_s.arg(m_files)); }
-
-    // Another store over the current file, as the next launch would open it.
-    std::shared_ptr<QSettings> store() const { return std::make_shared<QSettings>(path(), QSettings::IniFormat); }
-
-    // The file as a person or an earlier version left it.
-    std::shared_ptr<QSettings> storeWithFile(const QByteArray &lines)
-    {
-        ++m_files;
-        QFile file(path());
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[General]\n" + lines + '\n');
-        file.close();
-        return store();
-    }
-
     [[nodiscard]] QVariant storedValue() const { return store()->value(u"appearancePreference"_s); }
 
     DesktopColorScheme m_lightDesktop{noBus()};
-
-private:
-    QTemporaryDir m_dir;
-    int m_files = 0;
 };
 
 TEST_F(AppearanceSettingTest, ReadsTheStoredWordAndTakesAnythingElseAsSystem)

@@ -1,8 +1,8 @@
 #include "FocusSettings.h"
 
-#include <QFile>
+#include "SettingsFiles.h"
+
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -12,30 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Every case gets a file of its own: stores of one path share a cache within the process, and a
-// rewrite of the same size within the same instant could go unnoticed.
-class FocusSettingsTest : public ::testing::Test {
-protected:
-    QString path() const { return m_dir.filePath(u"settings-%1.ini"_s.arg(m_files)); }
-
-    // Another store over the current file, as the next launch would open it.
-    std::shared_ptr<QSettings> store() const { return std::make_shared<QSettings>(path(), QSettings::IniFormat); }
-
-    // The file as a person or an earlier version left it; every value reads back as text.
-    std::shared_ptr<QSettings> storeWithFile(const QByteArray &lines)
-    {
-        ++m_files;
-        QFile file(path());
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[General]\n" + lines + '\n');
-        file.close();
-        return store();
-    }
-
-private:
-    QTemporaryDir m_dir;
-    int m_files = 0;
-};
+// Every case gets a settings file of its own.
+class FocusSettingsTest : public ::testing::Test, protected SettingsFiles {};
 
 TEST_F(FocusSettingsTest, LoadsStoredValuesClampedAndGarbageAsDefaults)
 {
