@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -6,6 +5,8 @@ import Velto
 
 // One status column of one lane: its head with the count, then its cards with a drop place before,
 // between and after them.
+// The file stays without bound components: the list view of Qt 6.4 cannot make a bound header or
+// footer, and the drop places before the first card and after the last would silently be missing.
 Rectangle {
     id: column
     required property BoardModel board

@@ -43,7 +43,7 @@ Rectangle {
         Loader {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            sourceComponent: root.board.mode === BoardModel.dueSoon ? dueSoon
+            sourceComponent: root.board.mode === BoardModel.Mode.dueSoon ? dueSoon
                            : root.board.groupByProject ? swimlanes : columns
         }
     }

@@ -5,6 +5,7 @@ import Velto
 // do with it.
 Item {
     id: cell
+    objectName: "cardCell"
     required property BoardModel board
     required property TimerModel timer
     required property string cardID
@@ -17,7 +18,15 @@ Item {
     activeFocusOnTab: true
     Keys.onReturnPressed: board.requestOpenInFinder(cardID)
     Keys.onSpacePressed: board.selectedCardID = cardID
-    Keys.onMenuPressed: menu.popup(cell, 0, cell.height)
+    Keys.onMenuPressed: cell.showMenu(0, cell.height)
+
+    // The menu is made on first use: a column of cards would otherwise carry a menu per card.
+    property CardContextMenu menu: null
+    function showMenu(x, y) {
+        if (menu === null)
+            menu = menuComponent.createObject(cell)
+        menu.popup(cell, x, y)
+    }
 
     MouseArea {
         id: pointer
@@ -30,7 +39,7 @@ Item {
         }
         onClicked: function (mouse) {
             if (mouse.button === Qt.RightButton)
-                menu.popup()
+                cell.showMenu(mouse.x, mouse.y)
             else
                 cell.board.selectedCardID = cell.cardID
         }
@@ -67,11 +76,14 @@ Item {
         }
     }
 
-    CardContextMenu {
-        id: menu
-        board: cell.board
-        face: cell.face
-        timerRunsHere: cell.timerRunsHere
-        onRemoveRequested: cell.removeRequested(cell.cardID, cell.face.displayName)
+    Component {
+        id: menuComponent
+        CardContextMenu {
+            objectName: "cardContextMenu"
+            board: cell.board
+            face: cell.face
+            timerRunsHere: cell.timerRunsHere
+            onRemoveRequested: cell.removeRequested(cell.cardID, cell.face.displayName)
+        }
     }
 }

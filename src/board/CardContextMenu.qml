@@ -8,11 +8,11 @@ import Velto
 Menu {
     id: menu
     required property BoardModel board
-    property var face: ({})
+    required property var face
     required property bool timerRunsHere
     signal removeRequested()
 
-    readonly property string cardID: face.cardID ?? ""
+    readonly property string cardID: face?.cardID ?? ""
 
     component Entry: MenuItem {
         height: visible ? implicitHeight : 0
@@ -72,7 +72,7 @@ Menu {
                 required property int index
                 text: BoardVocabulary.statusLabel(index)
                 checkable: true
-                checked: menu.face.status === index
+                checked: menu.face?.status === index
                 onTriggered: menu.board.requestSetStatus(menu.cardID, index)
             }
             onObjectAdded: (index, object) => statusMenu.insertItem(index, object)
@@ -88,7 +88,7 @@ Menu {
                 required property int index
                 text: BoardVocabulary.priorityLabel(index)
                 checkable: true
-                checked: menu.face.priority === index
+                checked: menu.face?.priority === index
                 onTriggered: menu.board.requestSetPriority(menu.cardID, index)
             }
             onObjectAdded: (index, object) => priorityMenu.insertItem(index, object)
@@ -109,7 +109,7 @@ Menu {
                 required property var modelData
                 text: modelData.name
                 checkable: true
-                checked: menu.face.projectID === modelData.id
+                checked: menu.face?.projectID === modelData.id
                 onTriggered: menu.board.requestSetProject(menu.cardID, modelData.id)
             }
             onObjectAdded: (index, object) => projectMenu.insertItem(index + 2, object)
@@ -124,12 +124,12 @@ Menu {
     Rule {}
     Entry {
         objectName: "menuLocate"
-        visible: menu.face.needsLocate ?? false
+        visible: menu.face?.needsLocate ?? false
         text: "Locate…"
         onTriggered: menu.board.requestLocate(menu.cardID)
     }
     Rule {
-        visible: menu.face.needsLocate ?? false
+        visible: menu.face?.needsLocate ?? false
     }
     Entry {
         objectName: "menuRemove"

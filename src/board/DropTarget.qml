@@ -5,6 +5,7 @@ import Velto
 // over it, invisible otherwise.
 Item {
     id: root
+    objectName: "dropTarget"
     required property BoardModel board
     required property int status
     required property int position
