@@ -23,7 +23,7 @@ Menu {
 
     Entry {
         objectName: "menuOpen"
-        text: "Open in File Manager"
+        text: PlatformWords.openInFileManager
         onTriggered: menu.board.requestOpenInFinder(menu.cardID)
     }
     Entry {

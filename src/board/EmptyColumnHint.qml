@@ -28,7 +28,7 @@ Item {
         width: parent.width - 16
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
-        text: root.status === 0 ? "Drag a folder here, or press Ctrl+O." : "Nothing here."
+        text: root.status === 0 ? PlatformWords.emptyColumnHint : "Nothing here."
         font.pointSize: 11.5 * 0.75
         color: Theme.pick("#9A948A", "#726D65")
     }

@@ -86,7 +86,7 @@ Rectangle {
                 onClicked: bar.model.requestAddFoldersFromPanel()
 
                 ToolTip.visible: addFolder.hovered
-                ToolTip.text: "Add a folder to the board (Ctrl+O)"
+                ToolTip.text: PlatformWords.addFolderHelp
 
                 contentItem: Row {
                     spacing: 5

@@ -52,3 +52,18 @@ QString PlatformText::pendingFileDropMessage()
     return u"Velto tracks folders, not files. The enclosing folder can be added instead, with the dropped "
            u"file(s) on its checklist.\n\nChoose the folder to confirm which one Velto should track."_s;
 }
+
+QString PlatformText::openInFileManager()
+{
+    return u"Open in File Manager"_s;
+}
+
+QString PlatformText::emptyColumnHint()
+{
+    return u"Drag a folder here, or press Ctrl+O."_s;
+}
+
+QString PlatformText::addFolderHelp()
+{
+    return u"Add a folder to the board (Ctrl+O)"_s;
+}

@@ -29,4 +29,13 @@ QString cannotReachFolder(const QString &name, const std::optional<QString> &fai
 // Why files dropped on the board wait until their folder is chosen.
 QString pendingFileDropMessage();
 
+// The action that shows a card's folder in the file manager.
+QString openInFileManager();
+
+// What the empty first column suggests.
+QString emptyColumnHint();
+
+// The help of the filter bar's add-folder button.
+QString addFolderHelp();
+
 } // namespace PlatformText

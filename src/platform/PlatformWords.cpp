@@ -1,0 +1,18 @@
+#include "PlatformWords.h"
+
+#include "PlatformText.h"
+
+QString PlatformWords::openInFileManager()
+{
+    return PlatformText::openInFileManager();
+}
+
+QString PlatformWords::emptyColumnHint()
+{
+    return PlatformText::emptyColumnHint();
+}
+
+QString PlatformWords::addFolderHelp()
+{
+    return PlatformText::addFolderHelp();
+}
