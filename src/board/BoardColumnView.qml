@@ -33,6 +33,7 @@ Rectangle {
     }
 
     ColumnLayout {
+        id: layout
         anchors.fill: parent
         anchors.margins: 8
         anchors.bottomMargin: 16
@@ -137,6 +138,7 @@ Rectangle {
                     laneKind: column.laneKind
                     laneProjectID: column.laneProjectID
                     minimumHeight: 60
+                    isTargetedElsewhere: freeSpace.containsDrag
                 }
                 EmptyColumnHint {
                     id: hint
@@ -146,9 +148,26 @@ Rectangle {
                     status: column.status
                     laneKind: column.laneKind
                     laneProjectID: column.laneProjectID
+                    isTargetedElsewhere: freeSpace.containsDrag
                 }
             }
         }
+    }
+
+    // The rest of the column under its last place takes a drop at the bottom as well: a card let go
+    // anywhere below the cards is meant for the end of the column.
+    BoardDropArea {
+        id: freeSpace
+        objectName: "freeSpaceDropArea"
+        readonly property real listEnd: layout.y + list.y + list.contentHeight + list.originY - list.contentY
+        y: Math.min(listEnd, column.height)
+        width: column.width
+        height: column.height - y
+        board: column.board
+        status: column.status
+        position: cards.count
+        laneKind: column.laneKind
+        laneProjectID: column.laneProjectID
     }
 
     Dialog {

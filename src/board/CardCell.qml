@@ -33,6 +33,12 @@ Item {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         drag.target: dragProxy
+        // Started by hand rather than bound: the platform drag runs to its end inside this call, and
+        // a binding to the pointer's drag state would be read again while it is still being written.
+        drag.onActiveChanged: {
+            if (pointer.drag.active)
+                dragProxy.Drag.active = true
+        }
         onPressed: function (mouse) {
             if (mouse.button === Qt.LeftButton)
                 faceView.grabToImage(function (image) { dragProxy.Drag.imageSource = image.url })
@@ -64,7 +70,6 @@ Item {
         id: dragProxy
         width: parent.width
         height: parent.height
-        Drag.active: pointer.drag.active
         Drag.dragType: Drag.Automatic
         Drag.supportedActions: Qt.MoveAction
         Drag.hotSpot.x: pointer.mouseX

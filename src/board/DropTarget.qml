@@ -12,8 +12,10 @@ Item {
     property string laneKind: "any"
     property string laneProjectID: ""
     property real minimumHeight: 0
+    // Lit also while a drop hovers somewhere that lands at the same place.
+    property bool isTargetedElsewhere: false
 
-    readonly property bool isTargeted: dropArea.containsDrag
+    readonly property bool isTargeted: dropArea.containsDrag || isTargetedElsewhere
 
     implicitHeight: Math.max(3 + 2 * 6, minimumHeight)
 

@@ -8,8 +8,10 @@ Item {
     required property int status
     property string laneKind: "any"
     property string laneProjectID: ""
+    // Lit also while a drop hovers somewhere that lands at the same place.
+    property bool isTargetedElsewhere: false
 
-    readonly property bool isTargeted: dropArea.containsDrag
+    readonly property bool isTargeted: dropArea.containsDrag || isTargetedElsewhere
 
     implicitHeight: hint.implicitHeight + 2 * 24
 

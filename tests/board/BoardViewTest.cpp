@@ -100,7 +100,14 @@ TEST_F(BoardViewTest, TheGapsOfAColumnStandBetweenItsCards)
             EXPECT_LE(top(target) + target->height(), top(cells[position]) + 1);
         }
     }
-    EXPECT_NE(itemNamed(item(u"column0"_s), u"tailDropTarget"_s), nullptr);
+    // Below the tail the rest of the column takes a drop at the bottom too.
+    const QQuickItem *tail = itemNamed(item(u"column0"_s), u"tailDropTarget"_s);
+    const QQuickItem *freeSpace = itemNamed(item(u"column0"_s), u"freeSpaceDropArea"_s);
+    ASSERT_NE(tail, nullptr);
+    ASSERT_NE(freeSpace, nullptr);
+    EXPECT_NEAR(top(freeSpace), top(tail) + tail->height(), 1);
+    EXPECT_NEAR(top(freeSpace) + freeSpace->height(), top(item(u"column0"_s)) + item(u"column0"_s)->height(), 1);
+    EXPECT_EQ(freeSpace->property("position").toInt(), 3);
 }
 
 // What comes from outside: folders become new cards where new cards go, wherever they were dropped;
