@@ -1,0 +1,294 @@
+#include "BenchBoard.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTest>
+#include <QTimer>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <vector>
+
+Q_IMPORT_QML_PLUGIN(VeltoPlugin)
+
+using namespace Qt::StringLiterals;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr int cardsForMemory = 1'000;
+
+// The board view as the main window shows it, at a common laptop size, exposed on screen.
+class BoardWindow {
+public:
+    explicit BoardWindow(BenchBoard &bench)
+    {
+        m_engine.addImportPath(u"qrc:/qt/qml"_s);
+        QQmlComponent component(&m_engine);
+        component.setData("import QtQuick\nimport Velto\n"
+                          "Window {\n"
+                          "    id: host\n"
+                          "    required property BoardModel board\n"
+                          "    required property TimerModel timer\n"
+                          "    visible: true\n"
+                          "    BoardView { anchors.fill: parent; board: host.board; timer: host.timer }\n"
+                          "}\n",
+                          QUrl());
+        m_window.reset(qobject_cast<QQuickWindow *>(component.createWithInitialProperties(
+            {{u"board"_s, QVariant::fromValue(&bench.board())}, {u"timer"_s, QVariant::fromValue(&bench.timer())}})));
+        if (!m_window) {
+            m_failure = component.errorString().toUtf8();
+            return;
+        }
+        m_window->resize(1280, 800);
+        if (!QTest::qWaitForWindowExposed(m_window.get()))
+            m_failure = "the window never came on screen";
+    }
+
+    // Empty once the window is on screen; otherwise why it is not.
+    [[nodiscard]] const QByteArray &failure() const { return m_failure; }
+    QQuickWindow &window() { return *m_window; }
+
+private:
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    QByteArray m_failure;
+};
+
+// Tells when the first frame that shows a change reached the screen. A frame counts only if its
+// scene was synchronized after the change was armed, so a frame already under way with the old
+// scene is passed over. The render loop may run on its own thread: the flags are atomic, and the
+// swap wakes the waiting event loop with a posted call.
+class FrameWatch {
+public:
+    explicit FrameWatch(QQuickWindow &window)
+    {
+        QObject::connect(&window, &QQuickWindow::beforeSynchronizing, &m_loop, [this] { noteSynchronizing(); },
+                         Qt::DirectConnection);
+        QObject::connect(&window, &QQuickWindow::frameSwapped, &m_loop, [this] { noteSwapped(); },
+                         Qt::DirectConnection);
+    }
+
+    // The next frame synchronized from now on is the one waited for.
+    void arm() { m_armed = true; }
+
+    // Spins the event loop until the armed frame is swapped; when that happened, or nothing if no
+    // such frame came within ten seconds. Either way the watch is disarmed.
+    std::optional<Clock::time_point> waitForSwap()
+    {
+        QTimer limit;
+        limit.setSingleShot(true);
+        QObject::connect(&limit, &QTimer::timeout, &m_loop, &QEventLoop::quit);
+        limit.start(std::chrono::seconds(10));
+        m_loop.exec();
+        const bool swapped = m_swapped.exchange(false);
+        m_armed = false;
+        m_synchronized = false;
+        if (!swapped)
+            return std::nullopt;
+        return m_swappedAt;
+    }
+
+private:
+    void noteSynchronizing()
+    {
+        if (m_armed)
+            m_synchronized = true;
+    }
+
+    void noteSwapped()
+    {
+        if (!m_synchronized)
+            return;
+        m_swappedAt = Clock::now();
+        m_armed = false;
+        m_synchronized = false;
+        m_swapped = true;
+        QMetaObject::invokeMethod(&m_loop, &QEventLoop::quit, Qt::QueuedConnection);
+    }
+
+    QEventLoop m_loop;
+    std::atomic<bool> m_armed = false;
+    std::atomic<bool> m_synchronized = false;
+    std::atomic<bool> m_swapped = false;
+    Clock::time_point m_swappedAt;
+};
+
+// A board of `count` cards, loaded, in a window on screen with its first frame drawn.
+struct ShownBoard {
+    explicit ShownBoard(int count) : bench(count)
+    {
+        await(bench.board().reload());
+        view = std::make_unique<BoardWindow>(bench);
+        if (view->failure().isEmpty()) {
+            watch = std::make_unique<FrameWatch>(view->window());
+            redraw();
+        }
+    }
+
+    // Draws the window again with nothing changed; how long until that frame was swapped, or
+    // nothing if it never was.
+    std::optional<Clock::duration> redraw()
+    {
+        const Clock::time_point start = Clock::now();
+        watch->arm();
+        view->window().update();
+        const auto swapped = watch->waitForSwap();
+        if (!swapped)
+            return std::nullopt;
+        return *swapped - start;
+    }
+
+    // Declared before the views, so that the views go first: they read the models to their end.
+    BenchBoard bench;
+    std::unique_ptr<BoardWindow> view;
+    std::unique_ptr<FrameWatch> watch;
+};
+
+double seconds(Clock::duration duration)
+{
+    return std::chrono::duration<double>(duration).count();
+}
+
+double medianMilliseconds(std::vector<double> times)
+{
+    if (times.empty())
+        return 0;
+    const auto middle = times.begin() + std::ptrdiff_t(times.size() / 2);
+    std::nth_element(times.begin(), middle, times.end());
+    return *middle * 1000;
+}
+
+// The resident set of this process, in MiB, as the kernel reports it.
+double residentMiB()
+{
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (QByteArray line = status.readLine(); !line.isEmpty(); line = status.readLine()) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').constFirst().toDouble() / 1024;
+    }
+    return 0;
+}
+
+bool skippedForFailure(benchmark::State &state, const BoardWindow &view)
+{
+    if (view.failure().isEmpty())
+        return false;
+    state.SkipWithError(view.failure().constData());
+    return true;
+}
+
+// One frame with nothing changed: the least any visible change can cost.
+void frameFloor(benchmark::State &state)
+{
+    ShownBoard shown(int(state.range(0)));
+    if (skippedForFailure(state, *shown.view))
+        return;
+    std::vector<double> times;
+    for (auto _ : state) {
+        const auto took = shown.redraw();
+        if (!took) {
+            state.SkipWithError("no frame came after an update");
+            break;
+        }
+        times.push_back(seconds(*took));
+        state.SetIterationTime(times.back());
+    }
+    state.counters["median_ms"] = medianMilliseconds(times);
+}
+
+// The top card of its column dropped at the head of another column, back and forth, timed from
+// the drop until the first frame that shows the board reloaded with the card moved.
+void dropToFrame(benchmark::State &state)
+{
+    ShownBoard shown(int(state.range(0)));
+    if (skippedForFailure(state, *shown.view))
+        return;
+    BoardModel &board = shown.bench.board();
+    const Card moving = board.cards().constFirst();
+    const CardStatus away = moving.status == allCardStatuses.at(0) ? allCardStatuses.at(1) : allCardStatuses.at(0);
+    FrameWatch &watch = *shown.watch;
+
+    std::vector<double> times;
+    std::vector<double> publishTimes;
+    bool there = false;
+    for (auto _ : state) {
+        const CardStatus target = there ? moving.status : away;
+        Clock::time_point publishedAt;
+        const QMetaObject::Connection published =
+            QObject::connect(&board, &BoardModel::cardsChanged, &board, [&watch, &publishedAt] {
+                publishedAt = Clock::now();
+                watch.arm();
+            });
+        const Clock::time_point start = Clock::now();
+        Task<> drop = board.acceptDrop(DropContents{{moving.id}, {}}, target, 0, ProjectFilter{});
+        const auto swapped = watch.waitForSwap();
+        QObject::disconnect(published);
+        // The rest of the reload finishes outside the clock, so each drop starts on a quiet board.
+        await(std::move(drop));
+        if (!swapped) {
+            state.SkipWithError("the moved card never reached the screen");
+            break;
+        }
+        times.push_back(seconds(*swapped - start));
+        publishTimes.push_back(seconds(publishedAt - start));
+        state.SetIterationTime(times.back());
+        there = !there;
+    }
+    state.counters["median_ms"] = medianMilliseconds(times);
+    // The part until the board published the moved card, with its views' first handling of that.
+    state.counters["published_median_ms"] = medianMilliseconds(publishTimes);
+}
+
+// The resident set with the board view on screen over no cards, then over the same view once its
+// board has reloaded with 1,000 more: the first is what the window costs before any card.
+void residentMemory(benchmark::State &state)
+{
+    ShownBoard shown(0);
+    if (skippedForFailure(state, *shown.view))
+        return;
+    const double empty = residentMiB();
+    shown.bench.addCards(cardsForMemory);
+    await(shown.bench.board().reload());
+    if (!shown.redraw()) {
+        state.SkipWithError("no frame came after the reload");
+        return;
+    }
+    double full = 0;
+    for (auto _ : state)
+        full = residentMiB();
+    state.counters["rss_MiB"] = full;
+    state.counters["rss_floor_MiB"] = empty;
+}
+
+} // namespace
+
+// First, so that no earlier benchmark has grown the heap under the floor.
+BENCHMARK(residentMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(frameFloor)->Arg(100)->Arg(1'000)->Iterations(60)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(dropToFrame)->Arg(100)->Arg(1'000)->Iterations(60)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+int main(int argc, char **argv)
+{
+    // The board's operations resume through the application's event loop, and the view draws
+    // with the same controls style the application uses.
+    QGuiApplication application(argc, argv);
+    QQuickStyle::setStyle(u"Fusion"_s);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
