@@ -3,6 +3,8 @@
 #include "AssignIfChanged.h"
 #include "VocabularyIndex.h"
 
+#include <QSet>
+
 using namespace Qt::StringLiterals;
 
 BoardColumnModel::BoardColumnModel(QObject *parent) : QAbstractListModel(parent) {}
@@ -78,20 +80,67 @@ void BoardColumnModel::refresh()
             faces.append(m_board->face(card));
         }
     }
+    const int countBefore = count();
+    // Rows are removed, moved and inserted one by one rather than reset, so that the view keeps the
+    // cells of the cards that stay and builds only the new ones.
+    removeRowsNotIn(ids);
+    arrangeRowsAs(ids, faces);
+    redrawChangedFaces(faces);
+    if (count() != countBefore)
+        emit countChanged();
+}
 
-    if (ids == m_ids) {
-        // The same cards in the same places: redraw only the faces that changed.
-        for (qsizetype row = 0; row < faces.size(); ++row) {
-            if (faces.at(row) == m_faces.at(row))
-                continue;
-            m_faces[row] = faces.at(row);
-            emit dataChanged(index(int(row)), index(int(row)), {FaceRole});
-        }
-        return;
+void BoardColumnModel::removeRowsNotIn(const QList<QString> &ids)
+{
+    const QSet<QString> staying(ids.cbegin(), ids.cend());
+    for (qsizetype last = m_ids.size() - 1; last >= 0; --last) {
+        if (staying.contains(m_ids.at(last)))
+            continue;
+        qsizetype first = last;
+        while (first > 0 && !staying.contains(m_ids.at(first - 1)))
+            --first;
+        beginRemoveRows({}, int(first), int(last));
+        m_ids.remove(first, last - first + 1);
+        m_faces.remove(first, last - first + 1);
+        endRemoveRows();
+        last = first;
     }
-    beginResetModel();
-    m_ids = std::move(ids);
-    m_faces = std::move(faces);
-    endResetModel();
-    emit countChanged();
+}
+
+void BoardColumnModel::arrangeRowsAs(const QList<QString> &ids, const QList<QVariantMap> &faces)
+{
+    // Every row left is wanted; walking the wanted order, the rows before `row` are in place.
+    const QSet<QString> present(m_ids.cbegin(), m_ids.cend());
+    for (qsizetype row = 0; row < ids.size(); ++row) {
+        if (row < m_ids.size() && m_ids.at(row) == ids.at(row))
+            continue;
+        if (present.contains(ids.at(row))) {
+            const qsizetype from = m_ids.indexOf(ids.at(row), row);
+            beginMoveRows({}, int(from), int(from), {}, int(row));
+            m_ids.move(from, row);
+            m_faces.move(from, row);
+            endMoveRows();
+            continue;
+        }
+        qsizetype end = row + 1;
+        while (end < ids.size() && !present.contains(ids.at(end)))
+            ++end;
+        beginInsertRows({}, int(row), int(end - 1));
+        for (qsizetype added = row; added < end; ++added) {
+            m_ids.insert(added, ids.at(added));
+            m_faces.insert(added, faces.at(added));
+        }
+        endInsertRows();
+        row = end - 1;
+    }
+}
+
+void BoardColumnModel::redrawChangedFaces(const QList<QVariantMap> &faces)
+{
+    for (qsizetype row = 0; row < faces.size(); ++row) {
+        if (faces.at(row) == m_faces.at(row))
+            continue;
+        m_faces[row] = faces.at(row);
+        emit dataChanged(index(int(row)), index(int(row)), {FaceRole});
+    }
 }

@@ -8,8 +8,8 @@
 #include <QtQml/qqmlregistration.h>
 
 // The cards of one column of one lane, in the order the board shows them, as a list the column's
-// view draws. It follows the board: a card whose face changed is redrawn alone, and only a change
-// in which cards are shown rebuilds the list.
+// view draws. It follows the board row by row: a card whose face changed is redrawn alone, and a
+// card that comes, goes or moves is inserted, removed or moved alone.
 class BoardColumnModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -47,6 +47,9 @@ signals:
 
 private:
     void refresh();
+    void removeRowsNotIn(const QList<QString> &ids);
+    void arrangeRowsAs(const QList<QString> &ids, const QList<QVariantMap> &faces);
+    void redrawChangedFaces(const QList<QVariantMap> &faces);
 
     QPointer<BoardModel> m_board;
     QMetaObject::Connection m_boardConnection;
