@@ -75,7 +75,8 @@ Rectangle {
             id: list
             objectName: "columnList"
             Layout.fillWidth: true
-            Layout.fillHeight: column.scrolls
+            // In a lane the column may be taller than its cards; the list takes the rest, from the top.
+            Layout.fillHeight: true
             Layout.preferredHeight: column.scrolls ? -1 : contentHeight
             interactive: column.scrolls
             clip: column.scrolls

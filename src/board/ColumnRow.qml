@@ -28,8 +28,8 @@ RowLayout {
             scrolls: row.scrolls
             Layout.fillWidth: true
             Layout.preferredWidth: 1 // equal shares: every column asks for the same
-            Layout.fillHeight: row.scrolls
-            Layout.alignment: Qt.AlignTop
+            // In a lane the row is as tall as its fullest column, and every column takes that height.
+            Layout.fillHeight: true
         }
     }
 }

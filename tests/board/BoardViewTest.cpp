@@ -176,4 +176,21 @@ TEST_F(BoardViewTest, TheModeSwitchShowsTheDueSoonList)
     EXPECT_TRUE(QTest::qWaitFor([&] { return item(u"swimlaneBoard"_s) != nullptr; }, 2000));
 }
 
+// In a lane the columns grow with their cards, and all take the height of the fullest.
+TEST_F(BoardViewTest, LaneColumnsShareTheHeightOfTheFullest)
+{
+    addFolders({u"A"_s, u"B"_s, u"C"_s});
+    board().setGroupByProject(true);
+    show();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return item(u"column0"_s) != nullptr && countOf(u"column0"_s) == u"3"_s; }, 2000));
+    const qreal full = item(u"column0"_s)->height();
+    for (const QString &name : {u"column1"_s, u"column2"_s, u"column3"_s}) {
+        EXPECT_EQ(item(name)->height(), full) << name.toStdString();
+    }
+    await(board().setStatus(CardStatus::inProgress, *cardNamed(u"A"_s)));
+    await(board().setStatus(CardStatus::inProgress, *cardNamed(u"B"_s)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return item(u"column0"_s)->height() < full; }, 2000));
+    EXPECT_EQ(item(u"column0"_s)->height(), item(u"column1"_s)->height());
+}
+
 } // namespace
