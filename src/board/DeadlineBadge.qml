@@ -44,6 +44,7 @@ Row {
         sourceComponent: Symbol {
             name: root.symbolName
             size: 11
+            color: root.tint
         }
     }
 
