@@ -14,6 +14,18 @@ Menu {
 
     readonly property string cardID: face?.cardID ?? ""
 
+    // Every status with its label and symbol; the card's own is marked by a symbol of its own.
+    readonly property var statusEntries: {
+        const entries = []
+        for (let index = 0; index < BoardVocabulary.statusCount; ++index) {
+            const symbol = index === face?.status ? "largecircle.fill.circle" : BoardVocabulary.statusSymbol(index)
+            entries.push({ index: index, label: BoardVocabulary.statusLabel(index),
+                           symbolURL: "qrc:/qt/qml/Velto/app/symbols/" + symbol + ".svg" })
+        }
+        return entries
+    }
+
+
     component Entry: MenuItem {
         height: visible ? implicitHeight : 0
     }
@@ -67,13 +79,14 @@ Menu {
         id: statusMenu
         title: "Status"
         Instantiator {
-            model: BoardVocabulary.statusCount
+            // The entries are read from the model rather than from the menu: an entry is made while
+            // the menu itself is still being made, and would never see the card.
+            model: menu.statusEntries
             delegate: MenuItem {
-                required property int index
-                text: BoardVocabulary.statusLabel(index)
-                checkable: true
-                checked: menu.face?.status === index
-                onTriggered: menu.board.requestSetStatus(menu.cardID, index)
+                required property var modelData
+                text: modelData.label
+                icon.source: modelData.symbolURL
+                onTriggered: menu.board.requestSetStatus(menu.cardID, modelData.index)
             }
             onObjectAdded: (index, object) => statusMenu.insertItem(index, object)
             onObjectRemoved: (index, object) => statusMenu.removeItem(object)
@@ -87,8 +100,7 @@ Menu {
             delegate: MenuItem {
                 required property int index
                 text: BoardVocabulary.priorityLabel(index)
-                checkable: true
-                checked: menu.face?.priority === index
+                icon.source: "qrc:/qt/qml/Velto/app/symbols/" + BoardVocabulary.prioritySymbol(index) + ".svg"
                 onTriggered: menu.board.requestSetPriority(menu.cardID, index)
             }
             onObjectAdded: (index, object) => priorityMenu.insertItem(index, object)
@@ -108,8 +120,6 @@ Menu {
             delegate: MenuItem {
                 required property var modelData
                 text: modelData.name
-                checkable: true
-                checked: menu.face?.projectID === modelData.id
                 onTriggered: menu.board.requestSetProject(menu.cardID, modelData.id)
             }
             onObjectAdded: (index, object) => projectMenu.insertItem(index + 2, object)
