@@ -76,7 +76,6 @@ TEST_F(BoardLoadTest, RenamedAndTrashedFoldersShowOnTheNextLoad)
     EXPECT_TRUE(trashed->isMissing);
     EXPECT_TRUE(board().needsLocate(*trashed));
     EXPECT_FALSE(board().folderURL(*trashed));
-    EXPECT_EQ(board().folderURL(*renamed), sandbox().url(u"A renamed"_s));
 }
 
 // Columns, lanes and the due-soon list, as a filter and the flags shape them.
@@ -162,27 +161,6 @@ TEST_F(BoardDerivedTest, DueSoonCountsCalendarDaysAndIgnoresHiddenColumns)
     filter.tagIDs = {board().tags().first().id};
     board().setFilter(filter);
     EXPECT_EQ(namesIn(board().dueSoonCards(at(0, QTime(23, 59)), zone)), QStringList{u"Alpha"_s});
-}
-
-TEST_F(BoardDerivedTest, LookupsByCard)
-{
-    const Card alpha = *cardNamed(u"Alpha"_s);
-    const Card delta = *cardNamed(u"Delta"_s);
-    EXPECT_EQ(board().project(alpha)->name, u"Work"_s);
-    EXPECT_FALSE(board().project(delta));
-    EXPECT_EQ(board().lane(alpha), ProjectFilter{});
-    board().setGroupByProject(true);
-    EXPECT_EQ(board().lane(alpha), (ProjectFilter{ProjectFilter::Project{work}}));
-    EXPECT_EQ(board().lane(delta), (ProjectFilter{ProjectFilter::Unassigned{}}));
-
-    await(board().addTag(u"b"_s, alpha));
-    await(board().addTag(u"A"_s, alpha));
-    await(board().addTag(u"B"_s, delta)); // the same tag in another case
-    QStringList names;
-    for (const Tag &tag : board().tags(alpha))
-        names.append(tag.name);
-    EXPECT_EQ(names, (QStringList{u"A"_s, u"b"_s}));
-    EXPECT_EQ(board().tags(delta).size(), 1);
 }
 
 } // namespace

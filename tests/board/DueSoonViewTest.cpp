@@ -32,7 +32,7 @@ protected:
     {
         QStringList names;
         for (QQuickItem *row : rows())
-            names.append(itemsNamed(row, u"dueSoonName"_s).value(0)->property("text").toString());
+            names.append(itemNamed(row, u"dueSoonName"_s)->property("text").toString());
         return names;
     }
 
@@ -44,31 +44,26 @@ protected:
     }
 
     void setDeadline(const QString &card, int days) { await(board().setDeadline(inDays(days), *cardNamed(card))); }
+
+    void showTwoRows()
+    {
+        addFolders({u"First"_s, u"Second"_s});
+        setDeadline(u"First"_s, 1);
+        setDeadline(u"Second"_s, 2);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return rows().size() == 2; }));
+    }
 };
 
 TEST_F(DueSoonViewTest, WithNothingDueTheEmptyStateShows)
 {
-    const struct {
-        const char *board;
-        std::function<void()> arrange;
-    } cases[] = {
-        {"no cards", [] {}},
-        {"no deadlines", [&] { addFolders({u"A"_s}); }},
-        {"due in eight days", [&] { setDeadline(u"A"_s, 8); }},
-        {"overdue but complete",
-         [&] {
-             setDeadline(u"A"_s, -3);
-             await(board().setStatus(CardStatus::complete, *cardNamed(u"A"_s)));
-         }},
-    };
-    for (const auto &[state, arrange] : cases) {
-        SCOPED_TRACE(state);
-        arrange();
+    for (const bool withCard : {false, true}) {
+        SCOPED_TRACE(withCard ? "due in eight days" : "no cards");
+        if (withCard) {
+            addFolders({u"A"_s});
+            setDeadline(u"A"_s, 8);
+        }
         EXPECT_TRUE(item(u"dueSoonEmpty"_s)->isVisible());
         EXPECT_FALSE(item(u"dueSoonList"_s)->isVisible());
-        EXPECT_EQ(item(u"dueSoonEmptyTitle"_s)->property("text").toString(), u"Nothing due soon"_s);
-        EXPECT_EQ(item(u"dueSoonEmptyDescription"_s)->property("text").toString(),
-                  u"Cards with a deadline in the next seven days, or already overdue, appear here."_s);
     }
 }
 
@@ -84,18 +79,13 @@ TEST_F(DueSoonViewTest, RowsComeInDeadlineOrderWithTheirStatus)
     ASSERT_TRUE(QTest::qWaitFor([&] { return rows().size() == 4; }));
     EXPECT_FALSE(item(u"dueSoonEmpty"_s)->isVisible());
     EXPECT_EQ(rowNames(), (QStringList{u"Overdue"_s, u"Tomorrow"_s, u"Soon"_s, u"Week"_s}));
-    const QList<QQuickItem *> shown = rows();
-    EXPECT_EQ(itemsNamed(shown[1], u"dueSoonStatus"_s).value(0)->property("text").toString(),
-              u"Waiting on Others"_s);
-    EXPECT_EQ(itemsNamed(shown[1], u"deadlineText"_s).value(0)->property("text").toString(), u"Due tomorrow"_s);
+    EXPECT_EQ(itemNamed(rows().at(1), u"dueSoonStatus"_s)->property("text").toString(), u"Waiting on Others"_s);
+    EXPECT_EQ(itemNamed(rows().at(1), u"deadlineText"_s)->property("text").toString(), u"Due tomorrow"_s);
 }
 
 TEST_F(DueSoonViewTest, AClickSelectsAndADoubleClickShowsTheFolder)
 {
-    addFolders({u"First"_s, u"Second"_s});
-    setDeadline(u"First"_s, 1);
-    setDeadline(u"Second"_s, 2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return rows().size() == 2; }));
+    ASSERT_NO_FATAL_FAILURE(showTwoRows());
     QQuickItem *second = rows().at(1);
     const QPoint centre = second->mapToScene({second->width() / 2, second->height() / 2}).toPoint();
 
@@ -112,10 +102,7 @@ TEST_F(DueSoonViewTest, AClickSelectsAndADoubleClickShowsTheFolder)
 
 TEST_F(DueSoonViewTest, ArrowKeysMoveTheSelection)
 {
-    addFolders({u"First"_s, u"Second"_s});
-    setDeadline(u"First"_s, 1);
-    setDeadline(u"Second"_s, 2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return rows().size() == 2; }));
+    ASSERT_NO_FATAL_FAILURE(showTwoRows());
     board().setSelectedCardID(std::nullopt);
     item(u"dueSoonList"_s)->forceActiveFocus();
 

@@ -17,11 +17,6 @@ BoardFilter with(auto change)
     return filter;
 }
 
-BoardFilter showing(std::set<CardStatus> statuses)
-{
-    return with([&](BoardFilter &f) { f.visibleStatuses = std::move(statuses); });
-}
-
 FilterChip plain(const QString &id, const QString &label)
 {
     return {id, label, std::nullopt};
@@ -37,7 +32,6 @@ TEST(FilterChip, StatesEachRestrictionInForceInOrder)
         QList<FilterChip> chips;
     } cases[] = {
         {"nothing restricted", {}, false, {}},
-        {"search alone makes no chip", with([](auto &f) { f.searchText = u"report"_s; }), false, {}},
         {"no project", with([&](auto &f) { f.project = unassigned; }), false, {plain(u"project"_s, u"No Project"_s)}},
         {"a project has its name and colour", with([](auto &f) { f.project = {ProjectFilter::Project{u"P2"_s}}; }),
          false, {{u"project"_s, u"Home"_s, u"#E34948"_s}}},
@@ -51,12 +45,9 @@ TEST(FilterChip, StatesEachRestrictionInForceInOrder)
          {{u"tag-T2"_s, u"urgent"_s, u"#008300"_s}, {u"tag-T1"_s, u"client"_s, u"#8E8E93"_s}}},
         {"a tag that no longer exists", with([](auto &f) { f.tagIDs = {u"T1"_s, u"T9"_s}; }), false,
          {{u"tag-T1"_s, u"client"_s, u"#8E8E93"_s}}},
-        {"one column hidden", showing({CardStatus::notStarted, CardStatus::inProgress, CardStatus::complete}), false,
-         {plain(u"columns"_s, u"1 column hidden"_s)}},
-        {"two columns hidden", showing({CardStatus::waiting, CardStatus::complete}), false,
+        {"two columns hidden", with([](auto &f) { f.visibleStatuses = {CardStatus::waiting, CardStatus::complete}; }),
+         false,
          {plain(u"columns"_s, u"2 columns hidden"_s)}},
-        {"every column hidden", showing({}), false, {plain(u"columns"_s, u"4 columns hidden"_s)}},
-        {"sorting narrows nothing but shows", {}, true, {plain(u"sort"_s, u"Sorted by priority"_s)}},
         {"all at once",
          with([](auto &f) {
              f.project = {ProjectFilter::Project{u"P1"_s}};
@@ -73,12 +64,7 @@ TEST(FilterChip, StatesEachRestrictionInForceInOrder)
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         const QList<FilterChip> chips = FilterChip::activeChips(c.filter, c.sortByPriority, projects, tags);
-        ASSERT_EQ(chips.size(), c.chips.size());
-        for (qsizetype i = 0; i < chips.size(); ++i) {
-            EXPECT_EQ(chips.at(i).id, c.chips.at(i).id);
-            EXPECT_EQ(chips.at(i).label, c.chips.at(i).label);
-            EXPECT_EQ(chips.at(i).colorHex, c.chips.at(i).colorHex);
-        }
+        EXPECT_EQ(chips, c.chips);
     }
 }
 
@@ -103,7 +89,6 @@ TEST(FilterChip, ClearingRemovesOnlyThatRestriction)
         {u"sort"_s, restricted},
         {u"priority-someday"_s, restricted},
         {u"tag-T9"_s, restricted},
-        {u"search"_s, restricted},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.id.toStdString());

@@ -43,33 +43,28 @@ TEST(CardResolution, givesAVerdictOnEveryFateOfAFolder)
         bool hasLocation;
         std::optional<QString> failure;
         bool isRefreshed;
-        bool needsPersisting;
     };
     const auto none = [](const FolderSandbox &, Card &) {};
     const QList<Case> cases{
-        {"left alone", origin, none, Availability::available, origin, true, {}, false, false},
+        {"left alone", origin, none, Availability::available, origin, true, {}, false},
         {"renamed", origin, [](const FolderSandbox &s, Card &) { s.move(origin, u"w/x/y/cards/Beta"_s); },
-         Availability::available, u"w/x/y/cards/Beta"_s, true, {}, true, true},
-        {"back after being missing", origin, [](const FolderSandbox &, Card &card) { card.isMissing = true; },
-         Availability::available, origin, true, {}, false, true},
+         Availability::available, u"w/x/y/cards/Beta"_s, true, {}, true},
+        // Followed into the Trash, the card keeps the name and path it had.
         {"in the Trash", origin, [](const FolderSandbox &s, Card &) { s.move(origin, u"data/Trash/files/Alpha"_s); },
-         Availability::missing, origin, false, trashText, true, true},
+         Availability::missing, origin, false, trashText, true},
         {"under a live folder called .Trash", u"w/.Trash/Alpha"_s, none, Availability::missing, u"w/.Trash/Alpha"_s,
-         false, trashText, false, true},
-        {"under a folder called Trash", u"w/Trash/Alpha"_s, none, Availability::available, u"w/Trash/Alpha"_s, true,
-         {}, false, false},
+         false, trashText, false},
         {"deleted", origin, [](const FolderSandbox &s, Card &) { s.remove(origin); }, Availability::missing, origin,
-         false, u"The folder is no longer at this location."_s, false, true},
+         false, u"The folder is no longer at this location."_s, false},
         {"replaced by a file",
          origin,
          [](const FolderSandbox &s, Card &) {
              s.remove(origin);
              s.makeFile(origin);
          },
-         Availability::unreachable, origin, true, u"A file is at this path, not a folder."_s, true, true},
+         Availability::unreachable, origin, true, u"A file is at this path, not a folder."_s, true},
         {"with a damaged bookmark", origin, [](const FolderSandbox &, Card &card) { card.bookmark.chop(4); },
-         Availability::missing, origin, false, u"Could not resolve a bookmark: The bookmark is damaged."_s, false,
-         true},
+         Availability::missing, origin, false, u"Could not resolve a bookmark: The bookmark is damaged."_s, false},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.what);
@@ -86,10 +81,10 @@ TEST(CardResolution, givesAVerdictOnEveryFateOfAFolder)
         EXPECT_EQ(resolution.locationURL, c.hasLocation ? std::optional(sandbox.url(c.shown)) : std::nullopt);
         EXPECT_EQ(resolution.failure, c.failure);
         EXPECT_EQ(resolution.refreshedBookmark.has_value(), c.isRefreshed);
-        EXPECT_EQ(resolution.needsPersisting(card), c.needsPersisting);
     }
 }
 
+// Only a change of missing, not every change of availability, is stored.
 TEST(CardResolution, persistsOnlyWhatChanged)
 {
     Card card;
@@ -107,6 +102,7 @@ TEST(CardResolution, persistsOnlyWhatChanged)
     } cases[] = {
         {"nothing", false, Availability::available, u"Alpha"_s, u"/a/Alpha"_s, false, false},
         {"now missing", false, Availability::missing, u"Alpha"_s, u"/a/Alpha"_s, false, true},
+        {"back after being missing", true, Availability::available, u"Alpha"_s, u"/a/Alpha"_s, false, true},
         {"still missing", true, Availability::missing, u"Alpha"_s, u"/a/Alpha"_s, false, false},
         {"missing, now unreachable", true, Availability::unreachable, u"Alpha"_s, u"/a/Alpha"_s, false, true},
         {"unreachable, not missing", false, Availability::unreachable, u"Alpha"_s, u"/a/Alpha"_s, false, false},
@@ -124,7 +120,7 @@ TEST(CardResolution, persistsOnlyWhatChanged)
 }
 
 // Run as the board runs it, from the thread pool, with the pool held to the one thread the
-// work itself occupies.
+// work itself occupies: shares waiting on the pool would never start.
 TEST(CardResolution, resolvesAllCardsByIDWithTheLaterOfTwoWinning)
 {
     const FolderSandbox sandbox;
@@ -150,18 +146,4 @@ TEST(CardResolution, resolvesAllCardsByIDWithTheLaterOfTwoWinning)
     }
     EXPECT_EQ(resolutions.value(u"C3"_s).displayName, u"other"_s);
     EXPECT_EQ(resolutions.value(u"C7"_s).availability, Availability::missing);
-}
-
-TEST(CardResolution, tellsFoldersApartByIdentityNotByPath)
-{
-    const FolderSandbox sandbox;
-    sandbox.makeFolder(u"Alpha"_s);
-    sandbox.makeFolder(u"Beta"_s);
-    const auto alpha = CardResolution::folderIdentity(sandbox.url(u"Alpha"_s));
-    ASSERT_TRUE(alpha);
-    EXPECT_TRUE(alpha->volumeIdentifier);
-    EXPECT_NE(CardResolution::folderIdentity(sandbox.url(u"Beta"_s)), alpha);
-    sandbox.move(u"Alpha"_s, u"Beta/Renamed"_s);
-    EXPECT_EQ(CardResolution::folderIdentity(sandbox.url(u"Beta/Renamed"_s)), alpha);
-    EXPECT_EQ(CardResolution::folderIdentity(sandbox.url(u"Alpha"_s)), std::nullopt);
 }

@@ -1,17 +1,15 @@
 #pragma once
 
 #include "Await.h"
+#include "ChangeChannels.h"
 #include "Database.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDeadlineTimer>
 #include <QStringList>
 #include <QTemporaryDir>
-#include <QUuid>
+#include <QThread>
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <memory>
 #include <optional>
@@ -68,24 +66,20 @@ protected:
         m_database = Database::create(m_dir.filePath(QStringLiteral("Velto-%1.sqlite").arg(++m_files)), m_channel);
         await(m_database->open());
         m_posts = 0;
-        m_observation = m_channel.observe([this] { ++m_posts; });
+        // The database posts from its worker; the post must still come to the observing thread.
+        m_observation = m_channel.observe([this] {
+            EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
+            ++m_posts;
+        });
         ASSERT_TRUE(m_observation);
     }
 
     Database &database() { return *m_database; }
 
-    // The posts that arrived since the last call. Signals of one process arrive in order, so once
-    // a marker sent afterwards on another channel is back, none is still on its way.
+    // The posts that arrived since the last call.
     int takePosts()
     {
-        const DatabaseChangeNotifier marker = freshChannel();
-        bool arrived = false;
-        const auto observation = marker.observe([&arrived] { arrived = true; });
-        marker.post();
-        QDeadlineTimer deadline(5000);
-        while (!arrived && !deadline.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        EXPECT_TRUE(arrived) << "the bus did not deliver the marker";
+        EXPECT_TRUE(drainBus()) << "the bus did not deliver the marker";
         return std::exchange(m_posts, 0);
     }
 
@@ -95,33 +89,23 @@ protected:
         await(m_database->run([sql](SQLiteConnection &connection) { connection.execute(sql); }));
     }
 
-    // Every row of every table as text, to show that a failed write left them as they were.
+    // Every value of every table as text, to show that a failed write left them as they were.
     QStringList snapshot()
     {
         return await(m_database->run([](SQLiteConnection &connection) {
             QStringList rows;
-            for (const char *table : {"projects", "tags", "cards", "card_tags", "checklist_items", "time_sessions"}) {
-                sqlite3_stmt *statement = nullptr;
-                sqlite3_prepare_v2(connection.handle(), (QByteArray("SELECT * FROM ") + table).constData(), -1,
-                                   &statement, nullptr);
-                while (sqlite3_step(statement) == SQLITE_ROW) {
-                    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-                        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, i));
-                        rows.append(QString::fromUtf8(text));
-                    }
-                }
-                sqlite3_finalize(statement);
+            for (const char16_t *name : {u"projects", u"tags", u"cards", u"card_tags", u"checklist_items", u"time_sessions"}) {
+                const QString table = QString::fromUtf16(name);
+                const auto columns = connection.queryText(
+                    QStringLiteral("SELECT group_concat('quote(' || name || ')', ' || '','' || ') FROM pragma_table_info(?)"),
+                    {table});
+                rows += connection.queryTextColumn(QStringLiteral("SELECT %1 FROM %2").arg(columns.value(), table));
             }
             return rows;
         }));
     }
 
 private:
-    static DatabaseChangeNotifier freshChannel()
-    {
-        return DatabaseChangeNotifier::forAppGroup(QStringLiteral("test.velto.") + QUuid::createUuid().toString());
-    }
-
     QTemporaryDir m_dir;
     DatabaseChangeNotifier m_channel;
     std::shared_ptr<Database> m_database;

@@ -1,7 +1,5 @@
 #include "FocusPresentation.h"
 
-#include <QList>
-
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -21,31 +19,22 @@ TEST(FocusPresentation, FollowsTheTransitionTable)
     aRated.mood = Mood::deep;
 
     const FP running{FP::Running{a}}, rating{FP::Rating{a}}, hidden{FP::Hidden{}};
-    EXPECT_EQ(FP{}, hidden);
     const struct {
         const char *name;
         FP from;
         FP::Event event;
         FP to;
     } cases[] = {
-        {"start from running", running, FP::SessionStarted{n}, {FP::Running{n}}},
         {"start drops a pending rating", rating, FP::SessionStarted{n}, {FP::Running{n}}},
-        {"start from hidden", hidden, FP::SessionStarted{n}, {FP::Running{n}}},
         {"adopting keeps another running session", running, FP::SessionAdopted{n}, running},
         {"adopting keeps the prompt", rating, FP::SessionAdopted{n}, rating},
         {"adopting at launch leaves the panel closed", hidden, FP::SessionAdopted{n}, hidden},
-        {"rating from running", running, FP::RatingRaised{n}, {FP::Rating{n}}},
         {"a newer rating replaces the pending one", rating, FP::RatingRaised{n}, {FP::Rating{n}}},
-        {"rating from hidden", hidden, FP::RatingRaised{n}, {FP::Rating{n}}},
         {"resolving the running session's id changes nothing", running, FP::RatingResolved{a.id}, running},
-        {"resolving the prompted session hides", rating, FP::RatingResolved{a.id}, hidden},
         {"resolving compares ids only", FP{FP::Rating{aRated}}, FP::RatingResolved{a.id}, hidden},
         {"resolving another session keeps the prompt", rating, FP::RatingResolved{n.id}, rating},
         {"ids compare exactly", rating, FP::RatingResolved{u"a"_s}, rating},
-        {"resolving from hidden stays hidden", hidden, FP::RatingResolved{a.id}, hidden},
-        {"silent end from running", running, FP::SessionEndedSilently{}, hidden},
         {"silent end drops a pending rating", rating, FP::SessionEndedSilently{}, hidden},
-        {"silent end from hidden", hidden, FP::SessionEndedSilently{}, hidden},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
