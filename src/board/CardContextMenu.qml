@@ -84,6 +84,7 @@ Menu {
             model: menu.statusEntries
             delegate: MenuItem {
                 required property var modelData
+                objectName: "statusEntry" + modelData.index
                 text: modelData.label
                 icon.source: modelData.symbolURL
                 onTriggered: menu.board.requestSetStatus(menu.cardID, modelData.index)

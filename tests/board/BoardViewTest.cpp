@@ -2,6 +2,7 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QQmlProperty>
 
 #include <algorithm>
 
@@ -54,9 +55,14 @@ protected:
         if (menu == nullptr || !QTest::qWaitFor([&] { return menu->property("opened").toBool(); }, 2000))
             return {u"no menu"_s};
         QStringList shown;
-        for (QQuickItem *entry : menu->findChildren<QQuickItem *>())
+        for (QQuickItem *entry : menu->findChildren<QQuickItem *>()) {
             if (entry->objectName().startsWith(u"menu"_s) && entry->isVisible())
                 shown.append(entry->objectName());
+            // The card's own status is marked in the status submenu by a symbol of its own.
+            if (entry->objectName().startsWith(u"statusEntry"_s)
+                && QQmlProperty::read(entry, u"icon.source"_s).toUrl().fileName() == u"largecircle.fill.circle.svg"_s)
+                shown.append(entry->objectName());
+        }
         QMetaObject::invokeMethod(menu, "close");
         return shown;
     }
@@ -148,12 +154,13 @@ TEST_F(BoardViewTest, TheCardMenuFollowsTheSortAndTheFolder)
         QString card;
         QStringList expected;
     } cases[] = {
-        {false, u"Here"_s, always + byHand + QStringList{u"menuRemove"_s}},
-        {true, u"Here"_s, always + QStringList{u"menuSortNotice"_s, u"menuRemove"_s}},
-        {false, u"Gone"_s, always + byHand + QStringList{u"menuLocate"_s, u"menuRemove"_s}},
-        {true, u"Gone"_s, always + QStringList{u"menuSortNotice"_s, u"menuLocate"_s, u"menuRemove"_s}},
+        {false, u"Here"_s, always + byHand + QStringList{u"statusEntry2"_s, u"menuRemove"_s}},
+        {true, u"Here"_s, always + QStringList{u"menuSortNotice"_s, u"statusEntry2"_s, u"menuRemove"_s}},
+        {false, u"Gone"_s, always + byHand + QStringList{u"statusEntry0"_s, u"menuLocate"_s, u"menuRemove"_s}},
+        {true, u"Gone"_s, always + QStringList{u"menuSortNotice"_s, u"statusEntry0"_s, u"menuLocate"_s, u"menuRemove"_s}},
     };
     addFolders({u"Here"_s, u"Gone"_s});
+    await(board().setStatus(CardStatus::waiting, *cardNamed(u"Here"_s)));
     sandbox().remove(u"Gone"_s);
     await(board().reload());
     show();
