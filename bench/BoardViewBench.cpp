@@ -1,9 +1,9 @@
 #include "BenchBoard.h"
+#include "BoardHostWindow.h"
 
 #include <QEventLoop>
 #include <QFile>
 #include <QGuiApplication>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -34,21 +34,12 @@ class BoardWindow {
 public:
     explicit BoardWindow(BenchBoard &bench)
     {
-        m_engine.addImportPath(u"qrc:/qt/qml"_s);
-        QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\nimport Velto\n"
-                          "Window {\n"
-                          "    id: host\n"
-                          "    required property BoardModel board\n"
-                          "    required property TimerModel timer\n"
-                          "    visible: true\n"
-                          "    BoardView { anchors.fill: parent; board: host.board; timer: host.timer }\n"
-                          "}\n",
-                          QUrl());
-        m_window.reset(qobject_cast<QQuickWindow *>(component.createWithInitialProperties(
-            {{u"board"_s, QVariant::fromValue(&bench.board())}, {u"timer"_s, QVariant::fromValue(&bench.timer())}})));
+        QString failure;
+        m_window = makeBoardHostWindow(
+            m_engine, "BoardView { anchors.fill: parent; board: host.board; timer: host.timer }", bench.board(),
+            bench.timer(), failure);
         if (!m_window) {
-            m_failure = component.errorString().toUtf8();
+            m_failure = failure.toUtf8();
             return;
         }
         m_window->resize(1280, 800);

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Await.h"
+#include "BoardHostWindow.h"
 #include "BoardModel.h"
 #include "Database.h"
 #include "FolderSandbox.h"
 #include "SceneItems.h"
 #include "TimerModel.h"
 
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSettings>
@@ -106,21 +106,9 @@ protected:
     // board and waits until it is on screen, as a user would meet it.
     void showInWindow(const QByteArray &declaration, QSize size)
     {
-        m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\nimport Velto\n"
-                          "Window {\n"
-                          "    id: host\n"
-                          "    required property BoardModel board\n"
-                          "    required property TimerModel timer\n"
-                          "    visible: true\n"
-                          + declaration + "\n}\n",
-                          QUrl());
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        m_window.reset(qobject_cast<QQuickWindow *>(component.createWithInitialProperties(
-            {{QStringLiteral("board"), QVariant::fromValue(m_board.get())},
-             {QStringLiteral("timer"), QVariant::fromValue(m_timer.get())}})));
-        ASSERT_NE(m_window, nullptr);
+        QString failure;
+        m_window = makeBoardHostWindow(m_engine, declaration, *m_board, *m_timer, failure);
+        ASSERT_NE(m_window, nullptr) << failure.toStdString();
         m_window->resize(size);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
     }
