@@ -12,8 +12,9 @@ Row {
 
     readonly property bool hasDeadline: root.deadline !== undefined && root.deadline !== null
                                         && !isNaN(root.deadline)
-    readonly property int urgency: hasDeadline ? DeadlinePresenter.urgency(root.deadline, root.isComplete)
-                                               : DeadlinePresenter.None
+    readonly property int urgency: hasDeadline
+                                   ? DeadlinePresenter.urgency(root.deadline, root.isComplete, DeadlinePresenter.today)
+                                   : DeadlinePresenter.None
     readonly property string symbolName: DeadlinePresenter.symbolName(root.urgency)
     readonly property color tint: {
         // The warning colours of a deadline belong to it alone, not to the theme's surfaces.
@@ -50,7 +51,7 @@ Row {
 
     Text {
         objectName: "deadlineText"
-        text: root.hasDeadline ? DeadlinePresenter.text(root.deadline) : ""
+        text: root.hasDeadline ? DeadlinePresenter.text(root.deadline, DeadlinePresenter.today) : ""
         color: root.tint
         font.pixelSize: 11 // the caption font
         anchors.verticalCenter: parent.verticalCenter

@@ -14,13 +14,15 @@ Control {
 
     readonly property bool hasDeadline: chip.deadline !== undefined && chip.deadline !== null
                                         && !isNaN(chip.deadline)
-    readonly property int urgency: chip.hasDeadline ? DeadlinePresenter.urgency(chip.deadline, chip.isComplete)
-                                                    : DeadlinePresenter.None
+    readonly property int urgency: chip.hasDeadline
+                                   ? DeadlinePresenter.urgency(chip.deadline, chip.isComplete, DeadlinePresenter.today)
+                                   : DeadlinePresenter.None
     readonly property bool isOverdue: chip.urgency === DeadlinePresenter.Overdue
     readonly property bool isNear: chip.urgency === DeadlinePresenter.Near
     readonly property string symbolName: chip.isOverdue ? "exclamationmark.triangle.fill"
                                                         : chip.isNear ? "clock.badge.exclamationmark" : "calendar"
-    readonly property string words: chip.hasDeadline ? DeadlinePresenter.text(chip.deadline) : ""
+    readonly property string words: chip.hasDeadline ? DeadlinePresenter.text(chip.deadline, DeadlinePresenter.today)
+                                                     : ""
     readonly property string helpText: chip.hasDeadline ? DeadlinePresenter.helpText(chip.deadline) : ""
     // White on red reads the same in both appearances.
     readonly property color tint: chip.isOverdue ? "#FFFFFF"

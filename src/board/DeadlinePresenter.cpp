@@ -17,25 +17,36 @@ std::optional<VeltoDate> veltoDate(const QDateTime &deadline)
     return VeltoDate::fromStoredSeconds(deadline.toSecsSinceEpoch());
 }
 
+// A moment of `today`: the rules count calendar days, so any moment of the day gives its answer.
+VeltoDate momentOf(QDate today)
+{
+    return VeltoDate::fromStoredSeconds(today.startOfDay(QTimeZone::systemTimeZone()).toSecsSinceEpoch());
+}
+
 } // namespace
+
+DeadlinePresenter::DeadlinePresenter(QObject *parent) : QObject(parent)
+{
+    connect(&m_day, &LocalDay::todayChanged, this, &DeadlinePresenter::todayChanged);
+}
 
 DeadlinePresenter *DeadlinePresenter::create(QQmlEngine *, QJSEngine *)
 {
-    // Without a parent the engine owns the instance; it holds no state, so nothing is shared.
+    // Without a parent the engine owns the instance; each engine follows the day on its own.
     return new DeadlinePresenter;
 }
 
-QString DeadlinePresenter::text(const QDateTime &deadline) const
+QString DeadlinePresenter::text(const QDateTime &deadline, QDate today) const
 {
     const std::optional<VeltoDate> date = veltoDate(deadline);
     if (!date)
         return {};
-    return DeadlineRules::deadlineText(*date, VeltoDate::now(), QTimeZone::systemTimeZone());
+    return DeadlineRules::deadlineText(*date, momentOf(today), QTimeZone::systemTimeZone());
 }
 
-int DeadlinePresenter::urgency(const QDateTime &deadline, bool isComplete) const
+int DeadlinePresenter::urgency(const QDateTime &deadline, bool isComplete, QDate today) const
 {
-    return int(DeadlineRules::deadlineUrgency(veltoDate(deadline), isComplete, VeltoDate::now(),
+    return int(DeadlineRules::deadlineUrgency(veltoDate(deadline), isComplete, momentOf(today),
                                               QTimeZone::systemTimeZone()));
 }
 
