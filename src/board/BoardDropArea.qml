@@ -12,15 +12,21 @@ DropArea {
     property string laneKind: "any"
     property string laneProjectID: ""
 
-    readonly property string cardType: "io.quillmere.Velto.card"
-
-    keys: [root.cardType, "text/uri-list"]
+    keys: [BoardVocabulary.cardDragType, "text/uri-list"]
 
     onDropped: function (drop) {
-        const cardData = drop.formats.indexOf(root.cardType) >= 0 ? drop.getDataAsString(root.cardType) : ""
-        // A drag from this window carries its source item; one from another program carries none.
-        root.board.requestDrop(cardData, drop.urls, drop.source !== null, root.status, root.position,
-                               root.laneKind, root.laneProjectID)
+        const proxy = drop.source
+        if (proxy !== null && proxy.objectName === "cardDragProxy") {
+            // A card dragged on this board.
+            root.board.requestCardDrop(proxy.cardID, root.status, root.position, root.laneKind, root.laneProjectID)
+        } else {
+            // Another program's drag: its card payload, if it offers one, goes on as bytes, so that
+            // nothing is lost or made up by reading it as text.
+            const offersCard = drop.formats.indexOf(BoardVocabulary.cardDragType) >= 0
+            root.board.requestDrop(offersCard ? drop.getDataAsArrayBuffer(BoardVocabulary.cardDragType) : new ArrayBuffer(0),
+                                   offersCard, drop.urls, root.status, root.position, root.laneKind,
+                                   root.laneProjectID)
+        }
         drop.accept(Qt.CopyAction)
     }
 }

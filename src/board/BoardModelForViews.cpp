@@ -363,15 +363,27 @@ void BoardModel::requestDeleteTag(const QString &id)
     deleteTag(id);
 }
 
-void BoardModel::requestDrop(const QString &cardData, const QList<QUrl> &urls, bool fromThisProcess, int status,
+void BoardModel::requestCardDrop(const QString &cardID, int status, int position, const QString &laneKind,
+                                 const QString &laneProjectID)
+{
+    const auto column = caseAt<CardStatus>(allCardStatuses, status);
+    if (!column)
+        return;
+    // Read by the same rules as any drop, so that an empty or garbled id is dropped the same way.
+    QMimeData data;
+    data.setData(CardDragging::cardType(), cardID.toUtf8());
+    acceptDrop(CardDragging::readDrop(data, true), *column, position, laneFilter(laneKind, laneProjectID));
+}
+
+void BoardModel::requestDrop(const QByteArray &cardData, bool offersCard, const QList<QUrl> &urls, int status,
                              int position, const QString &laneKind, const QString &laneProjectID)
 {
     const auto column = caseAt<CardStatus>(allCardStatuses, status);
     if (!column)
         return;
     QMimeData data;
-    if (!cardData.isEmpty())
-        data.setData(CardDragging::cardType(), cardData.toUtf8());
+    if (offersCard)
+        data.setData(CardDragging::cardType(), cardData);
     data.setUrls(urls);
-    acceptDrop(CardDragging::readDrop(data, fromThisProcess), *column, position, laneFilter(laneKind, laneProjectID));
+    acceptDrop(CardDragging::readDrop(data, false), *column, position, laneFilter(laneKind, laneProjectID));
 }

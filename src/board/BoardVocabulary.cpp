@@ -1,5 +1,6 @@
 #include "BoardVocabulary.h"
 
+#include "CardDragging.h"
 #include "CardStatus.h"
 #include "Priority.h"
 #include "VocabularyIndex.h"
@@ -38,6 +39,11 @@ int BoardVocabulary::statusCount()
 int BoardVocabulary::priorityCount()
 {
     return int(allPriorities.size());
+}
+
+QString BoardVocabulary::cardDragType()
+{
+    return CardDragging::cardType();
 }
 
 QString BoardVocabulary::statusLabel(int status) const

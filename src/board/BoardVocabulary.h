@@ -16,6 +16,8 @@ class BoardVocabulary : public QObject {
     QML_SINGLETON
     Q_PROPERTY(int statusCount READ statusCount CONSTANT)
     Q_PROPERTY(int priorityCount READ priorityCount CONSTANT)
+    // What a card dragged on the board offers, and what every drop place of the board takes.
+    Q_PROPERTY(QString cardDragType READ cardDragType CONSTANT)
 
 public:
     using QObject::QObject;
@@ -24,6 +26,7 @@ public:
 
     [[nodiscard]] static int statusCount();
     [[nodiscard]] static int priorityCount();
+    [[nodiscard]] static QString cardDragType();
 
     Q_INVOKABLE [[nodiscard]] QString statusLabel(int status) const;
     Q_INVOKABLE [[nodiscard]] QString statusSymbol(int status) const;

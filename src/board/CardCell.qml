@@ -33,15 +33,18 @@ Item {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         drag.target: dragProxy
-        // Started by hand rather than bound: the platform drag runs to its end inside this call, and
-        // a binding to the pointer's drag state would be read again while it is still being written.
-        drag.onActiveChanged: {
-            if (pointer.drag.active)
-                dragProxy.Drag.active = true
-        }
         onPressed: function (mouse) {
-            if (mouse.button === Qt.LeftButton)
-                faceView.grabToImage(function (image) { dragProxy.Drag.imageSource = image.url })
+            if (mouse.button !== Qt.LeftButton)
+                return
+            dragProxy.Drag.hotSpot.x = mouse.x
+            dragProxy.Drag.hotSpot.y = mouse.y
+            faceView.grabToImage(function (image) { dragImage.source = image.url })
+        }
+        onReleased: {
+            if (dragProxy.Drag.active)
+                dragProxy.Drag.drop()
+            dragProxy.x = 0
+            dragProxy.y = 0
         }
         onClicked: function (mouse) {
             if (mouse.button === Qt.RightButton)
@@ -65,19 +68,34 @@ Item {
         onToggleTimer: cell.board.requestToggleTimer(cell.cardID)
     }
 
-    // What the pointer drags: the card's id, for this board only.
+    // What the pointer drags: a picture of the card carrying its id. The drag stays inside this
+    // window, so no other program is ever offered a card, and none can hand one in.
     Item {
         id: dragProxy
-        width: parent.width
-        height: parent.height
-        Drag.dragType: Drag.Automatic
+        objectName: "cardDragProxy"
+        readonly property string cardID: cell.cardID
+        width: cell.width
+        height: cell.height
+        Drag.active: pointer.drag.active
+        Drag.keys: [BoardVocabulary.cardDragType]
         Drag.supportedActions: Qt.MoveAction
-        Drag.hotSpot.x: pointer.mouseX
-        Drag.hotSpot.y: pointer.mouseY
-        Drag.mimeData: ({ "io.quillmere.Velto.card": cell.cardID })
-        Drag.onDragFinished: {
-            dragProxy.x = 0
-            dragProxy.y = 0
+        // The hot spot is where the card was taken hold of, set at the press: the proxy travels
+        // with the pointer, so the pointer's later positions would count its travel twice.
+
+        Image {
+            id: dragImage
+            anchors.fill: parent
+            visible: pointer.drag.active
+            opacity: 0.85
+        }
+
+        // Lifted out of the column while dragged, so that it can travel over the whole board.
+        states: State {
+            when: pointer.drag.active
+            ParentChange {
+                target: dragProxy
+                parent: cell.Window.contentItem
+            }
         }
     }
 

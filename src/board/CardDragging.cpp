@@ -25,13 +25,6 @@ QString CardDragging::cardType()
     return u"io.quillmere.Velto.card"_s;
 }
 
-QMimeData *CardDragging::mimeDataFor(const QString &cardID)
-{
-    auto *data = new QMimeData;
-    data->setData(cardType(), cardID.toUtf8());
-    return data;
-}
-
 DropContents CardDragging::readDrop(const QMimeData &data, bool startedInThisProcess)
 {
     DropContents contents;

@@ -21,9 +21,6 @@ namespace CardDragging {
 
 [[nodiscard]] QString cardType();
 
-// The drag data of one card.
-[[nodiscard]] QMimeData *mimeDataFor(const QString &cardID);
-
 // Cards are accepted only from a drag that began in this process, so a card can never be dropped
 // into another program or arrive from one; anything unreadable is left out without a word.
 [[nodiscard]] DropContents readDrop(const QMimeData &data, bool startedInThisProcess);

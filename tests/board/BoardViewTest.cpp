@@ -134,9 +134,19 @@ TEST_F(BoardViewTest, DropsFromOutsideTheWindow)
     QMimeData vanished;
     vanished.setUrls({sandbox().url(u"Vanished"_s)});
     dropAt(vanished, waitingGap);
+    // Bytes that are no text must not turn into an id that a move then fails to find.
+    QMimeData garbled;
+    garbled.setData(u"io.quillmere.Velto.card"_s, QByteArray("\xff\xfe\x80", 3));
+    dropAt(garbled, waitingGap);
+    // An empty card payload makes the drag a card's: the folder riding with it is not added.
+    QMimeData emptyCard;
+    emptyCard.setData(u"io.quillmere.Velto.card"_s, QByteArray());
+    emptyCard.setUrls({sandbox().url(u"New"_s)});
+    dropAt(emptyCard, waitingGap);
     QTest::qWait(200);
     EXPECT_EQ(column(CardStatus::notStarted), QStringList{u"A"_s});
     EXPECT_EQ(board().cards().size(), 2);
+    EXPECT_EQ(board().errorMessage(), std::nullopt);
 
     QMimeData folder;
     folder.setUrls({sandbox().url(u"New"_s)});

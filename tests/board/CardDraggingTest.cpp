@@ -12,13 +12,6 @@ namespace {
 
 const QString cardID = u"0B8C1D2E-3F40-4A51-8B62-7C83D94EA001"_s;
 
-TEST(CardDragging, ACardDraggedOnTheBoardComesBackAsItself)
-{
-    std::unique_ptr<QMimeData> data(CardDragging::mimeDataFor(cardID));
-    EXPECT_EQ(data->formats(), QStringList{CardDragging::cardType()});
-    EXPECT_EQ(CardDragging::readDrop(*data, true), (DropContents{{cardID}, {}}));
-}
-
 TEST(CardDragging, ReadingADrop)
 {
     const QUrl folder = QUrl::fromLocalFile(u"/home/ada/Thesis"_s);
@@ -31,6 +24,14 @@ TEST(CardDragging, ReadingADrop)
         DropContents expected;
     } cases[] = {
         {"a card from another program", [](QMimeData &d) { d.setData(CardDragging::cardType(), cardID.toUtf8()); },
+         false, {}},
+        {"a card dragged on the board", [](QMimeData &d) { d.setData(CardDragging::cardType(), cardID.toUtf8()); },
+         true, {{cardID}, {}}},
+        {"an empty card payload lets no file through",
+         [&](QMimeData &d) {
+             d.setUrls({folder});
+             d.setData(CardDragging::cardType(), QByteArray());
+         },
          false, {}},
         {"bytes that are not UTF-8", [](QMimeData &d) { d.setData(CardDragging::cardType(), "\xff\xfe\x80"); }, true, {}},
         {"folders and files from the file manager", [&](QMimeData &d) { d.setUrls({folder, file}); }, false,
