@@ -6,7 +6,9 @@ import Velto
 // What a card offers on a secondary click. Entries that do not apply are left out rather than
 // greyed, so the menu keeps its shape per card state.
 Menu {
-    id: menu
+    // Not `menu`: inside a MenuItem that name is the item's own menu, which for the entries of a
+    // submenu is the submenu, and has no board.
+    id: root
     required property BoardModel board
     required property var face
     required property bool timerRunsHere
@@ -36,58 +38,59 @@ Menu {
     Entry {
         objectName: "menuOpen"
         text: PlatformWords.openInFileManager
-        onTriggered: menu.board.requestOpenInFinder(menu.cardID)
+        onTriggered: root.board.requestOpenInFinder(root.cardID)
     }
     Entry {
         objectName: "menuTimer"
-        text: menu.timerRunsHere ? "Stop Timer" : "Start Timer"
-        onTriggered: menu.board.requestToggleTimer(menu.cardID)
+        text: root.timerRunsHere ? "Stop Timer" : "Start Timer"
+        onTriggered: root.board.requestToggleTimer(root.cardID)
     }
     Rule {}
     Entry {
         objectName: "menuSortNotice"
-        visible: menu.board.sortByPriority
+        visible: root.board.sortByPriority
         text: "Sorting by Priority — turn off to reorder by hand"
-        onTriggered: menu.board.sortByPriority = false
+        onTriggered: root.board.sortByPriority = false
     }
     Entry {
         objectName: "menuMoveTop"
-        visible: !menu.board.sortByPriority
+        visible: !root.board.sortByPriority
         text: "Move to Top"
-        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 0)
+        onTriggered: root.board.requestMoveInColumn(root.cardID, 0)
     }
     Entry {
         objectName: "menuMoveUp"
-        visible: !menu.board.sortByPriority
+        visible: !root.board.sortByPriority
         text: "Move Up"
-        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 1)
+        onTriggered: root.board.requestMoveInColumn(root.cardID, 1)
     }
     Entry {
         objectName: "menuMoveDown"
-        visible: !menu.board.sortByPriority
+        visible: !root.board.sortByPriority
         text: "Move Down"
-        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 2)
+        onTriggered: root.board.requestMoveInColumn(root.cardID, 2)
     }
     Entry {
         objectName: "menuMoveBottom"
-        visible: !menu.board.sortByPriority
+        visible: !root.board.sortByPriority
         text: "Move to Bottom"
-        onTriggered: menu.board.requestMoveInColumn(menu.cardID, 3)
+        onTriggered: root.board.requestMoveInColumn(root.cardID, 3)
     }
 
     Menu {
         id: statusMenu
+        objectName: "statusMenu"
         title: "Status"
         Instantiator {
             // The entries are read from the model rather than from the menu: an entry is made while
             // the menu itself is still being made, and would never see the card.
-            model: menu.statusEntries
+            model: root.statusEntries
             delegate: MenuItem {
                 required property var modelData
                 objectName: "statusEntry" + modelData.index
                 text: modelData.label
                 icon.source: modelData.symbolURL
-                onTriggered: menu.board.requestSetStatus(menu.cardID, modelData.index)
+                onTriggered: root.board.requestSetStatus(root.cardID, modelData.index)
             }
             onObjectAdded: (index, object) => statusMenu.insertItem(index, object)
             onObjectRemoved: (index, object) => statusMenu.removeItem(object)
@@ -95,14 +98,16 @@ Menu {
     }
     Menu {
         id: priorityMenu
+        objectName: "priorityMenu"
         title: "Priority"
         Instantiator {
             model: BoardVocabulary.priorityCount
             delegate: MenuItem {
                 required property int index
+                objectName: "priorityEntry" + index
                 text: BoardVocabulary.priorityLabel(index)
                 icon.source: "qrc:/qt/qml/Velto/app/symbols/" + BoardVocabulary.prioritySymbol(index) + ".svg"
-                onTriggered: menu.board.requestSetPriority(menu.cardID, index)
+                onTriggered: root.board.requestSetPriority(root.cardID, index)
             }
             onObjectAdded: (index, object) => priorityMenu.insertItem(index, object)
             onObjectRemoved: (index, object) => priorityMenu.removeItem(object)
@@ -110,41 +115,45 @@ Menu {
     }
     Menu {
         id: projectMenu
+        objectName: "projectMenu"
         title: "Project"
         MenuItem {
+            objectName: "projectEntryNone"
             text: "None"
-            onTriggered: menu.board.requestSetProject(menu.cardID, "")
+            onTriggered: root.board.requestSetProject(root.cardID, "")
         }
         MenuSeparator {}
         Instantiator {
-            model: menu.board.projectList
+            model: root.board.projectList
             delegate: MenuItem {
                 required property var modelData
+                objectName: "projectEntry_" + modelData.name
                 text: modelData.name
-                onTriggered: menu.board.requestSetProject(menu.cardID, modelData.id)
+                onTriggered: root.board.requestSetProject(root.cardID, modelData.id)
             }
             onObjectAdded: (index, object) => projectMenu.insertItem(index + 2, object)
             onObjectRemoved: (index, object) => projectMenu.removeItem(object)
         }
         MenuSeparator {}
         MenuItem {
+            objectName: "newProjectEntry"
             text: "New Project…"
-            onTriggered: menu.board.isManagingTaxonomy = true
+            onTriggered: root.board.isManagingTaxonomy = true
         }
     }
     Rule {}
     Entry {
         objectName: "menuLocate"
-        visible: menu.face?.needsLocate ?? false
+        visible: root.face?.needsLocate ?? false
         text: "Locate…"
-        onTriggered: menu.board.requestLocate(menu.cardID)
+        onTriggered: root.board.requestLocate(root.cardID)
     }
     Rule {
-        visible: menu.face?.needsLocate ?? false
+        visible: root.face?.needsLocate ?? false
     }
     Entry {
         objectName: "menuRemove"
         text: "Remove from Board…"
-        onTriggered: menu.removeRequested()
+        onTriggered: root.removeRequested()
     }
 }

@@ -282,6 +282,7 @@ Item {
         }
 
         FlowLayout {
+            id: tagFlow
             objectName: "tagChips"
             width: parent.width
             visible: root.tags.length > 0
@@ -296,6 +297,7 @@ Item {
                     objectName: "tagChip"
                     name: modelData.name
                     color: modelData.color
+                    maximumWidth: tagFlow.width
                 }
             }
         }

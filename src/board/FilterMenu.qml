@@ -8,16 +8,17 @@ import Velto
 // sorting; and the way to the projects and tags sheet. Every line reads and writes the model, so
 // a chip cleared under the bar unticks its line here too.
 Menu {
-    id: menu
+    // Not `menu`: inside a MenuItem that name is the item's own menu, null until the item is in one.
+    id: root
 
     required property BoardModel model
 
     // The lines made for projects, priorities, tags and statuses go in after their group's first
     // fixed line, in the order they are made.
     function insertAfter(anchor, offset, item) {
-        for (let i = 0; i < menu.count; ++i) {
-            if (menu.itemAt(i) === anchor) {
-                menu.insertItem(i + 1 + offset, item)
+        for (let i = 0; i < root.count; ++i) {
+            if (root.itemAt(i) === anchor) {
+                root.insertItem(i + 1 + offset, item)
                 return
             }
         }
@@ -28,7 +29,22 @@ Menu {
         font.weight: Font.DemiBold
     }
 
+    // How tall the menu may be below its button; set by the button before it opens the menu.
+    property real roomBelowButton: Number.POSITIVE_INFINITY
+
     objectName: "filterMenu"
+    height: Math.min(root.implicitHeight, root.roomBelowButton)
+
+    // The style's list scrolls only when the window itself is too short; this one scrolls whenever
+    // the menu is shorter than its lines.
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: root.contentModel
+        interactive: contentHeight > height
+        clip: true
+        currentIndex: root.currentIndex
+        ScrollBar.vertical: ScrollBar {}
+    }
 
     ButtonGroup {
         id: projectChoice
@@ -40,18 +56,20 @@ Menu {
 
     FilterMenuItem {
         text: "All Projects"
+        objectName: "filterAllProjects"
         checkable: true
-        checked: menu.model.projectFilterKind === "any"
+        checked: root.model.projectFilterKind === "any"
         ButtonGroup.group: projectChoice
-        onTriggered: menu.model.setProjectFilter("any", "")
+        onTriggered: root.model.setProjectFilter("any", "")
     }
 
     FilterMenuItem {
         text: "No Project"
+        objectName: "filterNoProject"
         checkable: true
-        checked: menu.model.projectFilterKind === "unassigned"
+        checked: root.model.projectFilterKind === "unassigned"
         ButtonGroup.group: projectChoice
-        onTriggered: menu.model.setProjectFilter("unassigned", "")
+        onTriggered: root.model.setProjectFilter("unassigned", "")
     }
 
     MenuSeparator {
@@ -59,22 +77,22 @@ Menu {
     }
 
     Instantiator {
-        model: menu.model.projectList
-        onObjectAdded: (index, object) => menu.insertAfter(projectsStart, index, object)
-        onObjectRemoved: (index, object) => menu.removeItem(object)
+        model: root.model.projectList
+        onObjectAdded: (index, object) => root.insertAfter(projectsStart, index, object)
+        onObjectRemoved: (index, object) => root.removeItem(object)
 
         delegate: FilterMenuItem {
             id: projectItem
             required property var modelData
 
             label: projectItem.modelData.name
+            objectName: "filterProject_" + projectItem.modelData.name
             dotColor: projectItem.modelData.color
             checkable: true
-            // A line taken down after its project went loses the menu a moment before it is gone.
-            checked: menu !== null && menu.model.projectFilterKind === "project"
-                     && menu.model.projectFilterID === projectItem.modelData.id
+            checked: root.model.projectFilterKind === "project"
+                     && root.model.projectFilterID === projectItem.modelData.id
             ButtonGroup.group: projectChoice
-            onTriggered: menu.model.setProjectFilter("project", projectItem.modelData.id)
+            onTriggered: root.model.setProjectFilter("project", projectItem.modelData.id)
         }
     }
 
@@ -87,18 +105,19 @@ Menu {
 
     Instantiator {
         model: BoardVocabulary.priorityCount
-        onObjectAdded: (index, object) => menu.insertAfter(priorityHeader, index, object)
-        onObjectRemoved: (index, object) => menu.removeItem(object)
+        onObjectAdded: (index, object) => root.insertAfter(priorityHeader, index, object)
+        onObjectRemoved: (index, object) => root.removeItem(object)
 
         delegate: FilterMenuItem {
             id: priorityItem
             required property int index
 
             text: BoardVocabulary.priorityLabel(priorityItem.index)
+            objectName: "filterPriority" + priorityItem.index
             symbol: BoardVocabulary.prioritySymbol(priorityItem.index)
             checkable: true
-            checked: menu.model.selectedPriorities.includes(priorityItem.index)
-            onToggled: menu.model.setPriorityShown(priorityItem.index, priorityItem.checked)
+            checked: root.model.selectedPriorities.includes(priorityItem.index)
+            onToggled: root.model.setPriorityShown(priorityItem.index, priorityItem.checked)
         }
     }
 
@@ -110,20 +129,20 @@ Menu {
     }
 
     Instantiator {
-        model: menu.model.tagList
-        onObjectAdded: (index, object) => menu.insertAfter(tagsHeader, index, object)
-        onObjectRemoved: (index, object) => menu.removeItem(object)
+        model: root.model.tagList
+        onObjectAdded: (index, object) => root.insertAfter(tagsHeader, index, object)
+        onObjectRemoved: (index, object) => root.removeItem(object)
 
         delegate: FilterMenuItem {
             id: tagItem
             required property var modelData
 
             label: tagItem.modelData.name
+            objectName: "filterTag_" + tagItem.modelData.name
             dotColor: tagItem.modelData.color
             checkable: true
-            // As for projects, a line of a tag that went may outlive the menu's reach.
-            checked: menu !== null && menu.model.selectedTagIDs.includes(tagItem.modelData.id)
-            onToggled: menu.model.setTagShown(tagItem.modelData.id, tagItem.checked)
+            checked: root.model.selectedTagIDs.includes(tagItem.modelData.id)
+            onToggled: root.model.setTagShown(tagItem.modelData.id, tagItem.checked)
         }
     }
 
@@ -131,7 +150,7 @@ Menu {
         id: noTags
         text: "No tags yet"
         enabled: false
-        visible: menu.model.tagList.length === 0
+        visible: root.model.tagList.length === 0
         // A hidden line of a menu would still take its height.
         height: noTags.visible ? noTags.implicitHeight : 0
     }
@@ -145,27 +164,29 @@ Menu {
 
     Instantiator {
         model: BoardVocabulary.statusCount
-        onObjectAdded: (index, object) => menu.insertAfter(columnsHeader, index, object)
-        onObjectRemoved: (index, object) => menu.removeItem(object)
+        onObjectAdded: (index, object) => root.insertAfter(columnsHeader, index, object)
+        onObjectRemoved: (index, object) => root.removeItem(object)
 
         delegate: FilterMenuItem {
             id: statusItem
             required property int index
 
             text: BoardVocabulary.statusLabel(statusItem.index)
+            objectName: "filterStatus" + statusItem.index
             symbol: BoardVocabulary.statusSymbol(statusItem.index)
             checkable: true
-            checked: menu.model.visibleStatuses.includes(statusItem.index)
-            onToggled: menu.model.setStatusVisible(statusItem.index, statusItem.checked)
+            checked: root.model.visibleStatuses.includes(statusItem.index)
+            onToggled: root.model.setStatusVisible(statusItem.index, statusItem.checked)
         }
     }
 
     FilterMenuItem {
         id: sortItem
         text: "Sort columns by priority"
+        objectName: "filterSortByPriority"
         checkable: true
-        checked: menu.model.sortByPriority
-        onToggled: menu.model.sortByPriority = sortItem.checked
+        checked: root.model.sortByPriority
+        onToggled: root.model.sortByPriority = sortItem.checked
     }
 
     MenuSeparator {}
@@ -173,6 +194,7 @@ Menu {
     MenuItem {
         // Doubled, the ampersand shows as itself rather than marking a mnemonic.
         text: "Manage Projects && Tags…"
-        onTriggered: menu.model.isManagingTaxonomy = true
+        objectName: "filterManageTaxonomy"
+        onTriggered: root.model.isManagingTaxonomy = true
     }
 }

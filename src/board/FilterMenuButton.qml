@@ -19,7 +19,11 @@ AbstractButton {
     Accessible.role: Accessible.ButtonMenu
     Accessible.name: "Filter"
     Accessible.description: button.count > 0 ? String(button.count) : ""
-    onClicked: menu.open()
+    onClicked: {
+        // The menu hangs below the button and never covers it: what does not fit scrolls.
+        menu.roomBelowButton = button.Window.height - button.mapToItem(null, 0, button.height).y - 8
+        menu.open()
+    }
 
     contentItem: Row {
         spacing: 5

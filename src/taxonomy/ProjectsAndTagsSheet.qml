@@ -29,7 +29,8 @@ Dialog {
     visible: sheet.model.isManagingTaxonomy
     anchors.centerIn: Overlay.overlay
     width: 460
-    height: 520
+    // A window at its smallest is shorter than the sheet; the rows then scroll inside it.
+    height: Math.min(520, (Overlay.overlay?.height ?? 520) - 24)
     padding: 0
     closePolicy: Popup.CloseOnEscape
 
