@@ -86,6 +86,8 @@ BoardModel::BoardModel(VeltoServices services, TimerModel *timer, std::shared_pt
                          &BoardModel::resolutionsChanged, &BoardModel::filterChanged,
                          &BoardModel::groupByProjectChanged, &BoardModel::sortByPriorityChanged})
         connect(this, changed, this, &BoardModel::presentationChanged);
+    // What is due soon is counted in days, so a new day changes the list without a reload.
+    connect(&m_day, &LocalDay::todayChanged, this, &BoardModel::presentationChanged);
 }
 
 BoardModel::~BoardModel() = default;

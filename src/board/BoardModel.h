@@ -10,6 +10,7 @@
 #include "FinderTagMirror.h"
 #include "FolderMatch.h"
 #include "FolderPicker.h"
+#include "LocalDay.h"
 #include "PendingFileDrop.h"
 #include "Project.h"
 #include "ProjectFilter.h"
@@ -177,9 +178,12 @@ public:
     Q_INVOKABLE void requestDeleteProject(const QString &id);
     Q_INVOKABLE void requestRecolorTag(const QString &id, const QString &color);
     Q_INVOKABLE void requestDeleteTag(const QString &id);
-    // A drop on a column: the card payload as text (empty if none), the file URLs, and whether
-    // the drag began in this process.
-    Q_INVOKABLE void requestDrop(const QString &cardData, const QList<QUrl> &urls, bool fromThisProcess, int status,
+    // A card dragged on this board and let go at a place of a column.
+    Q_INVOKABLE void requestCardDrop(const QString &cardID, int status, int position, const QString &laneKind,
+                                     const QString &laneProjectID);
+    // Another program's drop on a column: its card payload as it came, whether it offered one at
+    // all, and its file URLs.
+    Q_INVOKABLE void requestDrop(const QByteArray &cardData, bool offersCard, const QList<QUrl> &urls, int status,
                                  int position, const QString &laneKind, const QString &laneProjectID);
 
     // Runs after every reload asked for before it; never fails, a failure lands in errorMessage.
@@ -283,4 +287,5 @@ private:
     std::shared_ptr<LoadChain> m_loadChain;
     BoardMode m_mode = BoardMode::board;
     bool m_isManagingTaxonomy = false;
+    LocalDay m_day;
 };

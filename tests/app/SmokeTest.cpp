@@ -1,0 +1,331 @@
+#include "AppModel.h"
+#include "AppearanceSetting.h"
+#include "Await.h"
+#include "BoardFixture.h"
+#include "DesktopColorScheme.h"
+#include "FolderSandbox.h"
+#include "QmlWarningGuard.h"
+#include "SceneItems.h"
+
+#include <QDirIterator>
+#include <QQmlApplicationEngine>
+#include <QQmlComponent>
+#include <QQmlProperty>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QStringList folderNames{u"Atlas"_s,  u"Beacon"_s, u"Cobalt"_s, u"Delta"_s,  u"Ember"_s, u"Fjord"_s,
+                              u"Garnet"_s, u"Harbor"_s, u"Indigo"_s, u"Juniper"_s, u"Kestrel"_s, u"Lumen"_s};
+
+// The application's own window, loaded as `velto` loads it, over a dozen real folders and a
+// private container; every entry is pressed with the pointer, as a user would.
+class SmokeTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        QList<QUrl> folders;
+        for (const QString &name : folderNames) {
+            m_sandbox.makeFolder(u"work/"_s + name);
+            folders.append(m_sandbox.url(u"work/"_s + name));
+        }
+        QProcessEnvironment environment;
+        environment.insert(u"XDG_DATA_HOME"_s, m_sandbox.path(u"data"_s));
+        m_model = std::make_unique<AppModel>(
+            AppGroupSources{u"io.quillmere.Velto"_s, environment, m_sandbox.path(u"home"_s)},
+            std::make_shared<QSettings>(m_sandbox.path(u"defaults.ini"_s), QSettings::IniFormat), m_picker);
+        m_model->handOverFolders(folders);
+        m_engine.addImportPath(u"qrc:/qt/qml"_s);
+        m_engine.setInitialProperties(
+            {{u"app"_s, QVariant::fromValue(m_model.get())}, {u"appearance"_s, QVariant::fromValue(&m_appearance)}});
+        m_engine.load(QUrl(u"qrc:/qt/qml/Velto/app/Main.qml"_s));
+        ASSERT_EQ(m_engine.rootObjects().size(), 1);
+        m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
+        ASSERT_NE(m_window, nullptr);
+        // Tall enough for a column of all twelve cards, so that each can be pressed without scrolling.
+        m_window->resize(1180, 1500);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return board() != nullptr && board()->cards().size() == 12; }, 10000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return cellOf(u"Lumen"_s) != nullptr; }, 5000));
+    }
+
+    BoardModel *board() const { return m_model->board(); }
+    QList<Card> notStarted() const { return board()->columnCards(CardStatus::notStarted, {}); }
+    Database &database() const { return *m_model->services()->database; }
+
+    Card stored(const QString &name) const
+    {
+        for (const Card &card : await(database().allCards()))
+            if (card.displayName == name)
+                return card;
+        ADD_FAILURE() << "no card " << name.toStdString();
+        return {};
+    }
+
+    QQuickItem *named(const QString &name) const { return itemNamed(m_window->contentItem(), name); }
+
+    QQuickItem *cellOf(const QString &name) const
+    {
+        for (QQuickItem *cell : itemsNamed(m_window->contentItem(), u"cardCell"_s))
+            if (cell->property("face").toMap().value(u"displayName"_s) == name && cell->isVisible())
+                return cell;
+        return nullptr;
+    }
+
+    // A left click in the middle of the item, once it stands still on screen.
+    void click(QQuickItem *item, Qt::MouseButton button = Qt::LeftButton)
+    {
+        ASSERT_NE(item, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return item->isVisible() && item->width() > 0; }, 2000));
+        QTest::qWait(50); // a popup's entries are laid out in the frame after it opens
+        QTest::mouseClick(m_window, button, {}, item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+    }
+
+    // Opens the card's menu with a secondary click.
+    QObject *openCardMenu(const QString &name)
+    {
+        QQuickItem *cell = cellOf(name);
+        if (cell == nullptr)
+            return nullptr;
+        QTest::mouseClick(m_window, Qt::RightButton, {}, cell->mapToScene({20, 10}).toPoint());
+        QObject *menu = cell->findChild<QObject *>(u"cardContextMenu"_s);
+        if (menu == nullptr || !QTest::qWaitFor([&] { return menu->property("opened").toBool(); }, 2000))
+            return nullptr;
+        return menu;
+    }
+
+    // Presses `entry` of the card's menu, or of its submenu `submenu` when one is named.
+    void pressCardMenuEntry(const QString &card, const QString &entry, const QString &submenu = {})
+    {
+        QObject *menu = openCardMenu(card);
+        ASSERT_NE(menu, nullptr) << card.toStdString();
+        QObject *owner = menu;
+        if (!submenu.isEmpty()) {
+            owner = menu->findChild<QObject *>(submenu);
+            ASSERT_NE(owner, nullptr) << submenu.toStdString();
+            click(itemOpening(menu, owner));
+            ASSERT_TRUE(QTest::qWaitFor([&] { return owner->property("opened").toBool(); }, 2000));
+        }
+        click(entryOf(owner, entry));
+    }
+
+    // The entry of the menu that opens `submenu`.
+    static QQuickItem *itemOpening(QObject *menu, QObject *submenu)
+    {
+        for (QQuickItem *item : menu->findChildren<QQuickItem *>())
+            if (item->property("subMenu").value<QObject *>() == submenu)
+                return item;
+        return nullptr;
+    }
+
+    // A menu's entries are made by instantiators and are not always its children: look in the menu's
+    // list of items.
+    static QQuickItem *entryOf(QObject *menu, const QString &name)
+    {
+        const int count = menu->property("count").toInt();
+        for (int i = 0; i < count; ++i) {
+            QQuickItem *item = nullptr;
+            QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
+            if (item != nullptr && item->objectName() == name)
+                return item;
+        }
+        return nullptr;
+    }
+
+    FolderSandbox m_sandbox;
+    std::shared_ptr<FakeFolderPicker> m_picker = std::make_shared<FakeFolderPicker>();
+    DesktopColorScheme m_desktop{QDBusConnection(u"no-bus"_s)};
+    AppearanceSetting m_appearance{
+        std::make_shared<QSettings>(m_sandbox.path(u"appearance.ini"_s), QSettings::IniFormat), &m_desktop};
+    std::unique_ptr<AppModel> m_model;
+    QQmlApplicationEngine m_engine;
+    QQuickWindow *m_window = nullptr;
+};
+
+TEST_F(SmokeTest, EveryEntryOfTheCardMenuChangesTheStore)
+{
+    pressCardMenuEntry(u"Atlas"_s, u"statusEntry1"_s, u"statusMenu"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).status == CardStatus::inProgress; }, 3000));
+
+    pressCardMenuEntry(u"Beacon"_s, u"priorityEntry0"_s, u"priorityMenu"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Beacon"_s).priority == allPriorities.front(); }, 3000));
+
+    await(board()->createProject(u"Thesis"_s, u"#FF9500"_s));
+    pressCardMenuEntry(u"Cobalt"_s, u"projectEntry_Thesis"_s, u"projectMenu"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Cobalt"_s).projectID.has_value(); }, 3000));
+    pressCardMenuEntry(u"Cobalt"_s, u"projectEntryNone"_s, u"projectMenu"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !stored(u"Cobalt"_s).projectID.has_value(); }, 3000));
+    pressCardMenuEntry(u"Cobalt"_s, u"newProjectEntry"_s, u"projectMenu"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->isManagingTaxonomy(); }, 3000));
+    click(named(u"doneButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->isManagingTaxonomy(); }, 3000));
+
+    // Delta is second in Not Started once Atlas left it; to the bottom, then to the top.
+    pressCardMenuEntry(u"Delta"_s, u"menuMoveBottom"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().last().displayName == u"Delta"_s; }, 3000));
+    pressCardMenuEntry(u"Delta"_s, u"menuMoveTop"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().first().displayName == u"Delta"_s; }, 3000));
+    pressCardMenuEntry(u"Delta"_s, u"menuMoveDown"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().at(1).displayName == u"Delta"_s; }, 3000));
+    pressCardMenuEntry(u"Delta"_s, u"menuMoveUp"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().first().displayName == u"Delta"_s; }, 3000));
+
+    pressCardMenuEntry(u"Ember"_s, u"menuTimer"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().runningSession()).has_value(); }, 3000));
+    pressCardMenuEntry(u"Ember"_s, u"menuTimer"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !await(database().runningSession()).has_value(); }, 3000));
+
+    pressCardMenuEntry(u"Fjord"_s, u"menuRemove"_s);
+    click(named(u"confirmRemoval"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().allCards()).size() == 11; }, 3000));
+
+    // A folder deleted for good is pointed at its new place with Locate….
+    ASSERT_TRUE(QDir(m_sandbox.path(u"work/Garnet"_s)).removeRecursively());
+    m_sandbox.makeFolder(u"elsewhere/Garnet"_s);
+    board()->requestReload();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return board()->cardFace(stored(u"Garnet"_s).id).value(u"needsLocate"_s).toBool(); }, 5000));
+    m_picker->answers.push_back({m_sandbox.url(u"elsewhere/Garnet"_s)});
+    pressCardMenuEntry(u"Garnet"_s, u"menuLocate"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Garnet"_s).displayPath == m_sandbox.path(u"elsewhere/Garnet"_s); }, 5000));
+
+    // With the sort on, the moves give way to the notice, which turns it off.
+    board()->setSortByPriority(true);
+    pressCardMenuEntry(u"Harbor"_s, u"menuSortNotice"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->sortByPriority(); }, 3000));
+}
+
+TEST_F(SmokeTest, EveryEntryOfTheFilterMenuNarrowsTheBoard)
+{
+    await(board()->createProject(u"Thesis"_s, u"#FF9500"_s));
+    await(board()->addTag(u"urgent"_s, board()->cards().first()));
+    const auto pressFilterEntry = [&](const QString &entry) {
+        click(named(u"filterButton"_s));
+        QObject *menu = m_window->findChild<QObject *>(u"filterMenu"_s);
+        ASSERT_NE(menu, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return menu->property("opened").toBool(); }, 2000));
+        QQuickItem *item = entryOf(menu, entry);
+        ASSERT_NE(item, nullptr) << entry.toStdString();
+        // Lines below the fold are scrolled to first, as a user would.
+        QMetaObject::invokeMethod(menu->property("contentItem").value<QObject *>(), "positionViewAtIndex",
+                                  Q_ARG(int, menu->property("count").toInt() - 1), Q_ARG(int, 0));
+        click(item);
+    };
+
+    pressFilterEntry(u"filterNoProject"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->property("projectFilterKind").toString() == u"unassigned"_s; }, 2000));
+    pressFilterEntry(u"filterProject_Thesis"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->property("projectFilterKind").toString() == u"project"_s; }, 2000));
+    pressFilterEntry(u"filterAllProjects"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->property("projectFilterKind").toString() == u"any"_s; }, 2000));
+    pressFilterEntry(u"filterPriority0"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->property("selectedPriorities").toList().isEmpty(); }, 2000));
+    pressFilterEntry(u"filterTag_urgent"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->property("selectedTagIDs").toList().isEmpty(); }, 2000));
+    pressFilterEntry(u"filterStatus3"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->property("visibleStatuses").toList().contains(3); }, 2000));
+    pressFilterEntry(u"filterSortByPriority"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->sortByPriority(); }, 2000));
+    pressFilterEntry(u"filterManageTaxonomy"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->isManagingTaxonomy(); }, 2000));
+    click(named(u"doneButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->isManagingTaxonomy(); }, 2000));
+    click(named(u"clearAllButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->property("chips").toList().isEmpty(); }, 2000));
+}
+
+TEST_F(SmokeTest, TheBarsButtonsAddFoldersAndSwitchTheView)
+{
+    m_sandbox.makeFolder(u"work/Meridian"_s);
+    m_picker->answers.push_back({m_sandbox.url(u"work/Meridian"_s)});
+    click(named(u"addFolderButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().allCards()).size() == 13; }, 3000));
+    ASSERT_FALSE(m_picker->requests.isEmpty());
+    EXPECT_TRUE(m_picker->requests.last().allowsMultiple);
+
+    click(named(u"dueSoonModeSegment"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return named(u"dueSoonView"_s) != nullptr && named(u"dueSoonView"_s)->isVisible(); }, 2000));
+    click(named(u"boardModeSegment"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return named(u"columnRow"_s) != nullptr && named(u"columnRow"_s)->isVisible(); }, 2000));
+
+    click(named(u"groupByProjectToggle"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board()->groupByProject(); }, 2000));
+    click(named(u"groupByProjectToggle"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->groupByProject(); }, 2000));
+
+    click(named(u"searchField"_s));
+    for (const QChar letter : u"Kest"_s)
+        QTest::keyClick(m_window, letter.toLatin1());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().size() == 1; }, 2000));
+    click(named(u"clearSearchButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().size() == 13; }, 2000));
+
+    // A card dragged with the pointer onto the first gap of In Progress lands there.
+    QQuickItem *cell = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (cell = cellOf(u"Indigo"_s)) != nullptr; }, 3000));
+    QQuickItem *target = itemNamed(named(u"column1"_s), u"tailDropTarget"_s);
+    ASSERT_NE(target, nullptr);
+    const QPoint from = cell->mapToScene({40, 20}).toPoint();
+    const QPoint to = target->mapToScene({target->width() / 2, target->height() / 2}).toPoint();
+    QTest::mousePress(m_window, Qt::LeftButton, {}, from);
+    for (int step = 1; step <= 10; ++step)
+        QTest::mouseMove(m_window, from + (to - from) * step / 10, 20);
+    QTest::mouseRelease(m_window, Qt::LeftButton, {}, to, 20);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Indigo"_s).status == CardStatus::inProgress; }, 3000));
+}
+
+// Every view of the module compiles and finds every module it imports on this machine.
+TEST(ViewFiles, EveryViewLoadsWithTheModulesItImports)
+{
+    QQmlEngine engine;
+    engine.addImportPath(u"qrc:/qt/qml"_s);
+    int loaded = 0;
+    for (QDirIterator files(u":/qt/qml/Velto"_s, {u"*.qml"_s}, QDir::Files, QDirIterator::Subdirectories);
+         files.hasNext();) {
+        const QString path = files.next();
+        SCOPED_TRACE(path.toStdString());
+        QQmlComponent component(&engine, QUrl(u"qrc"_s + path));
+        EXPECT_FALSE(component.isError()) << component.errorString().toStdString();
+        ++loaded;
+    }
+    EXPECT_GT(loaded, 40);
+}
+
+// The guard that fails a test on a view's warning must know one when it sees one, and let the
+// rest of the platform's chatter pass.
+TEST(ViewWarnings, TheGuardTellsAViewsWarningsFromOtherMessages)
+{
+    const QMessageLogContext plain;
+    QMessageLogContext qml(nullptr, 0, nullptr, "qml");
+    const struct {
+        const char *text;
+        QtMsgType type;
+        const QMessageLogContext &context;
+        bool isViewWarning;
+    } cases[] = {
+        {"qrc:/qt/qml/Velto/board/CardContextMenu.qml:90: TypeError: Cannot call method 'requestSetStatus' of undefined",
+         QtWarningMsg, plain, true},
+        {"qrc:/qt/qml/Velto/board/CardCell.qml:40:9: QML Item: Binding loop detected for property \"x\"",
+         QtWarningMsg, plain, true},
+        {"FolderDialog: Failed to load non-native FolderDialog implementation: module \"Qt.labs.folderlistmodel\" "
+         "is not installed",
+         QtWarningMsg, plain, true},
+        {"ReferenceError: board is not defined", QtWarningMsg, plain, true},
+        {"anything a view logs", QtWarningMsg, qml, true},
+        {"QStandardPaths: XDG_RUNTIME_DIR not set, defaulting to '/tmp/runtime-root'", QtWarningMsg, plain, false},
+        {"qrc:/qt/qml/Velto/app/Main.qml: a debug line", QtDebugMsg, plain, false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.text);
+        EXPECT_EQ(QmlWarningGuard::isViewWarning(c.type, c.context, QString::fromUtf8(c.text)), c.isViewWarning);
+    }
+}
+
+} // namespace
