@@ -33,8 +33,9 @@ struct CardResolution;
 // application's thread with the result or the failure.
 class Database : public std::enable_shared_from_this<Database> {
 public:
-    // Opens the connection (on the calling thread) and starts the worker; throws SQLiteError.
-    // Without a notifier the database tells no other process of its writes.
+    // Opens the connection (on the calling thread) and starts the worker; throws SQLiteError, or
+    // ReadOnlyDatabaseError when the file or its folder refuses writes. Without a notifier the
+    // database tells no other process of its writes.
     static std::shared_ptr<Database> create(const QString &path,
                                             std::optional<DatabaseChangeNotifier> notifier = std::nullopt);
     ~Database();
@@ -48,7 +49,8 @@ public:
     // commit and only on success, so that whoever wakes on it reads the change.
     void postChange() const;
 
-    // Configures the connection and brings the file to the current schema.
+    // Configures the connection and brings the file to the current schema; a folder that refuses
+    // the journal files fails here as ReadOnlyDatabaseError.
     Task<MigrationOutcome> open();
 
     // A write below posts once after it succeeded, unless its comment says otherwise; a failed
