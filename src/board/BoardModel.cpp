@@ -505,8 +505,6 @@ Task<> BoardModel::insertNewCard(const QUrl &url, std::optional<QString> &firstC
     const auto database = m_services.database;
     Card card;
     card.bookmark = SecurityScopedBookmark::create(url);
-    // At the bottom of "Not Started".
-    card.sortOrder = co_await database->nextSortOrder(CardStatus::notStarted);
     card.id = newIdentifier();
     card.displayPath = url.toLocalFile();
     card.displayName = lastComponent(url);
@@ -514,7 +512,8 @@ Task<> BoardModel::insertNewCard(const QUrl &url, std::optional<QString> &firstC
     card.priority = Priority::later;
     card.createdAt = VeltoDate::now().floored();
     card.statusChangedAt = card.createdAt;
-    co_await database->insertCard(card);
+    // At the bottom of "Not Started", wherever the folder was dropped.
+    co_await database->appendCard(card);
     if (!firstCardID)
         firstCardID = card.id;
 }
@@ -610,11 +609,10 @@ Task<> BoardModel::attachFiles(QStringList names, QUrl folder, QString cardID)
                 const SecurityScopedBookmark::ScopedAccess access(folder);
                 item.bookmark = SecurityScopedBookmark::create(QUrl::fromLocalFile(path));
             }
-            item.sortOrder = co_await database->nextChecklistOrder(cardID);
             item.id = newIdentifier();
             item.cardID = cardID;
             item.displayName = name;
-            co_await database->insertChecklistItem(item);
+            co_await database->appendChecklistItem(item);
         } catch (const std::exception &failure) {
             if (self)
                 setErrorMessage(name + u": "_s + describe(failure));

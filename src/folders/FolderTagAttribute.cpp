@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QHash>
 #include <QQueue>
-#include <QSet>
 #include <QStringDecoder>
 
 #include <sys/xattr.h>
@@ -91,11 +90,13 @@ std::optional<QStringList> FolderTagAttribute::updatedElements(const QStringList
 {
     const QStringList names = namesOf(elements);
     QStringList updated = names;
-    if (previous)
-        updated.removeOne(*previous);
+    // Every copy of the old tag goes, or one left behind would keep showing the old status. The
+    // wanted tag is never taken off only to be put back at the end.
+    if (previous && previous != desired)
+        updated.removeAll(*previous);
     if (desired && !updated.contains(*desired))
         updated.append(*desired);
-    if (QSet<QString>(updated.cbegin(), updated.cend()) == QSet<QString>(names.cbegin(), names.cend()))
+    if (updated == names)
         return std::nullopt;
     return elementsFor(updated, elements);
 }

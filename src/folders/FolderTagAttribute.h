@@ -23,9 +23,9 @@ inline constexpr char attributeName[] = "user.xdg.tags";
 // What stands before an element's last line feed, or the whole element.
 [[nodiscard]] QString tagName(const QString &element);
 
-// The elements after taking `previous` off (its first occurrence) and putting `desired` on at
-// the end unless already there; absent when the set of names stays the same, so nothing need be
-// written. Elements keep their colours; a new name is written bare.
+// The elements after taking every copy of `previous` off and putting `desired` on at the end
+// unless already there; absent when the names stay the same, so nothing need be written. Every
+// other element keeps its place and colour, duplicates included; a new name is written bare.
 [[nodiscard]] std::optional<QStringList> updatedElements(const QStringList &elements,
                                                          const std::optional<QString> &desired,
                                                          const std::optional<QString> &previous);

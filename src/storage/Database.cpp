@@ -1,12 +1,46 @@
 #include "Database.h"
 
+#include "ReadOnlyDatabaseError.h"
+
+#include <QFile>
+#include <QFileInfo>
 #include <QMetaObject>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// SQLite makes its journal files beside the database; in a folder that refuses new files it
+// fails with a bare "unable to open" or "readonly" on the first statement. This tells the user
+// why instead. The rights asked about are the ones the process holds now, not those it started
+// with.
+void throwIfFolderReadOnly(const QString &databasePath)
+{
+    const QString folder = QFileInfo(databasePath).absolutePath();
+    if (::faccessat(AT_FDCWD, QFile::encodeName(folder).constData(), W_OK | X_OK, AT_EACCESS) == 0)
+        return;
+    if (errno == EACCES || errno == EROFS)
+        throw ReadOnlyDatabaseError(ReadOnlyDatabaseError::FolderReadOnly{folder});
+}
+
+} // namespace
+
 std::shared_ptr<Database> Database::create(const QString &path, std::optional<DatabaseChangeNotifier> notifier)
 {
-    auto connection = SQLiteConnection::open(path, SQLiteConnection::Access::readWrite);
+    std::shared_ptr<SQLiteConnection> connection;
+    try {
+        connection = SQLiteConnection::open(path, SQLiteConnection::Access::readWrite);
+    } catch (const SQLiteError &) {
+        throwIfFolderReadOnly(path);
+        throw;
+    }
+    // Better said now than by the first save.
+    if (connection->isReadOnly())
+        throw ReadOnlyDatabaseError(ReadOnlyDatabaseError::FileReadOnly{path});
     return std::shared_ptr<Database>(new Database(path, std::move(connection), std::move(notifier)));
 }
 
@@ -41,8 +75,15 @@ void Database::dispatch(std::function<void()> work)
 
 Task<MigrationOutcome> Database::open()
 {
-    co_return co_await run([](SQLiteConnection &connection) {
-        connection.configure();
+    // Returned, not awaited here: gcc 12 destroys a capturing lambda twice when it is a temporary
+    // inside a co_await.
+    return run([path = m_path](SQLiteConnection &connection) {
+        try {
+            connection.configure();
+        } catch (const SQLiteError &) {
+            throwIfFolderReadOnly(path);
+            throw;
+        }
         return Schema::migrate(connection);
     });
 }

@@ -33,8 +33,9 @@ struct CardResolution;
 // application's thread with the result or the failure.
 class Database : public std::enable_shared_from_this<Database> {
 public:
-    // Opens the connection (on the calling thread) and starts the worker; throws SQLiteError.
-    // Without a notifier the database tells no other process of its writes.
+    // Opens the connection (on the calling thread) and starts the worker; throws SQLiteError, or
+    // ReadOnlyDatabaseError when the file or its folder refuses writes. Without a notifier the
+    // database tells no other process of its writes.
     static std::shared_ptr<Database> create(const QString &path,
                                             std::optional<DatabaseChangeNotifier> notifier = std::nullopt);
     ~Database();
@@ -48,7 +49,8 @@ public:
     // commit and only on success, so that whoever wakes on it reads the change.
     void postChange() const;
 
-    // Configures the connection and brings the file to the current schema.
+    // Configures the connection and brings the file to the current schema; a folder that refuses
+    // the journal files fails here as ReadOnlyDatabaseError.
     Task<MigrationOutcome> open();
 
     // A write below posts once after it succeeded, unless its comment says otherwise; a failed
@@ -58,11 +60,13 @@ public:
     Task<QList<Card>> allCards();
     Task<std::optional<Card>> card(QString id);
     Task<void> insertCard(Card card);
-    // One more than the highest order in the column, or 0 for an empty column.
-    Task<double> nextSortOrder(CardStatus status);
+    // Inserts the card at the bottom of its column, with one more than the highest order there,
+    // or 0 in an empty column, and gives it back as stored. The order is read under the same write
+    // lock as the insert, so that another writer adding a card meanwhile cannot take it too.
+    Task<Card> appendCard(Card card);
     // Puts the card at `position` among the cards of `status` as they stand before the move,
-    // renumbering the column once if its orders ran out of room. `now` becomes the card's
-    // status_changed_at when the status changes.
+    // renumbering the column once if its orders ran out of room or two of them are equal. `now`
+    // becomes the card's status_changed_at when the status changes.
     Task<void> moveCard(QString id, CardStatus status, qint64 position, VeltoDate now = VeltoDate::now());
     Task<void> relinkCard(QString id, QUrl folder, QByteArray bookmark);
     Task<void> setPriority(Priority priority, QString id);
@@ -82,8 +86,10 @@ public:
     // checklist_items
     Task<QHash<QString, ChecklistProgress>> checklistProgress();
     Task<QList<ChecklistItem>> checklistItems(QString cardID);
-    Task<double> nextChecklistOrder(QString cardID);
     Task<void> insertChecklistItem(ChecklistItem item);
+    // Inserts the item after the last of its card's checklist, under one write lock as with
+    // appendCard, and gives it back as stored.
+    Task<ChecklistItem> appendChecklistItem(ChecklistItem item);
     Task<void> setChecklistItemDone(bool isDone, QString id);
     Task<void> deleteChecklistItem(QString id);
 
@@ -98,7 +104,8 @@ public:
     // Card id to the ids of its tags; a card with no tag has no entry.
     Task<QHash<QString, QSet<QString>>> tagLinks();
     // The tag of that name whatever its case, or a new one coloured by how many tags exist;
-    // posts only when it made one.
+    // posts only when it made one. Looking up and making are one write, so that two writers
+    // asking for the same name at once end with one tag.
     Task<Tag> findOrCreateTag(QString name);
     Task<void> attachTag(QString cardID, QString tagID);
     Task<void> detachTag(QString cardID, QString tagID);

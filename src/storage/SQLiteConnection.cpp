@@ -193,6 +193,11 @@ QList<QString> SQLiteConnection::queryTextColumn(const QString &sql, const QList
     return texts;
 }
 
+bool SQLiteConnection::isReadOnly() const
+{
+    return sqlite3_db_readonly(m_handle, "main") == 1;
+}
+
 int SQLiteConnection::changes() const
 {
     return sqlite3_changes(m_handle);

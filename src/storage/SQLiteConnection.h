@@ -28,6 +28,9 @@ public:
     [[nodiscard]] sqlite3 *handle() const { return m_handle; }
     [[nodiscard]] const QString &path() const { return m_path; }
     [[nodiscard]] Access access() const { return m_access; }
+    // Whether SQLite holds the file for reading only. Asked for read-write on a file that refuses
+    // writes, it opens the file that way without a word, and every write fails later.
+    [[nodiscard]] bool isReadOnly() const;
 
     void configure();
     void execute(const QString &sql);

@@ -35,6 +35,14 @@ QList<SQLiteValue> cardValues(const Card &card)
             card.goal};
 }
 
+void insertRow(SQLiteConnection &connection, const Card &card)
+{
+    StoreQueries::write(connection,
+                        u"INSERT INTO cards ("_s + cardColumns()
+                            + u")\nVALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
+                        cardValues(card));
+}
+
 QList<Card> readCards(SQLiteConnection &connection, const QString &sql, const QList<SQLiteValue> &values = {})
 {
     return StoreQueries::readAll(connection, sql, values, cardFromRow);
@@ -80,33 +88,50 @@ void renumberColumn(SQLiteConnection &connection, CardStatus status)
     }
 }
 
-bool isExhausted(const FractionalIndex::Failure &failure)
+// Whether the column must be renumbered before the card can go into the gap: there is no room
+// left between its neighbours, or they hold the same order (two writers added cards at once).
+bool needsRenumbering(const FractionalIndex::Failure &failure)
 {
-    return std::holds_alternative<FractionalIndex::Failure::Exhausted>(failure.reason());
+    if (std::holds_alternative<FractionalIndex::Failure::Exhausted>(failure.reason()))
+        return true;
+    const auto &neighbours = std::get<FractionalIndex::Failure::NeighboursOutOfOrder>(failure.reason());
+    return neighbours.before == neighbours.after;
 }
 
-// The order at `position` among the other cards of the column. When the gap there has run out of
-// room, the column is renumbered once and asked again; a second failure stands.
-double orderAt(SQLiteConnection &connection, CardStatus status, const QString &movingID, qint64 position)
+// The position among the others once the card itself is left out of its own column, counted from
+// the order it holds now.
+qint64 positionAmongOthers(SQLiteConnection &connection, CardStatus status, const QString &id, qint64 position)
+{
+    const qint64 before =
+        connection
+            .queryInt(u"SELECT count(*) FROM cards\n"
+                      u"WHERE status = ? AND sort_order < (SELECT sort_order FROM cards WHERE id = ?)"_s,
+                      {rawValue(status), id})
+            .value_or(0);
+    return before < position ? position - 1 : position;
+}
+
+// The order for the card at `position` of the column `status` as it stands, the card left out.
+double placement(SQLiteConnection &connection, CardStatus status, const QString &id, qint64 position,
+                 bool staysInColumn)
+{
+    const qint64 target = staysInColumn ? positionAmongOthers(connection, status, id, position) : position;
+    return FractionalIndex::orderForPosition(otherOrders(connection, status, id), target);
+}
+
+// The order for the move. When the gap has run out of room or its neighbours are tied, the column
+// is renumbered once and the card placed again; a second failure stands.
+double orderAt(SQLiteConnection &connection, CardStatus status, const QString &id, qint64 position,
+               bool staysInColumn)
 {
     try {
-        return FractionalIndex::orderForPosition(otherOrders(connection, status, movingID), position);
+        return placement(connection, status, id, position, staysInColumn);
     } catch (const FractionalIndex::Failure &failure) {
-        if (!isExhausted(failure))
+        if (!needsRenumbering(failure))
             throw;
     }
     renumberColumn(connection, status);
-    return FractionalIndex::orderForPosition(otherOrders(connection, status, movingID), position);
-}
-
-// The position among the others once the card itself is left out of its own column.
-qint64 positionAmongOthers(SQLiteConnection &connection, const Card &card, qint64 position)
-{
-    const qint64 before = connection
-                              .queryInt(u"SELECT count(*) FROM cards WHERE status = ? AND sort_order < ?"_s,
-                                        {rawValue(card.status), card.sortOrder})
-                              .value_or(0);
-    return before < position ? position - 1 : position;
+    return placement(connection, status, id, position, staysInColumn);
 }
 
 // The cards whose rows differ from what resolving their folders found, each with its verdict.
@@ -137,20 +162,22 @@ Task<std::optional<Card>> Database::card(QString id)
 Task<void> Database::insertCard(Card card)
 {
     return run([this, card](SQLiteConnection &connection) {
-        StoreQueries::write(connection,
-                            u"INSERT INTO cards ("_s + cardColumns()
-                                + u")\nVALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
-                            cardValues(card));
+        insertRow(connection, card);
         postChange();
     });
 }
 
-Task<double> Database::nextSortOrder(CardStatus status)
+Task<Card> Database::appendCard(Card card)
 {
-    return run([status](SQLiteConnection &connection) {
-        const auto highest = StoreQueries::queryReal(
-            connection, u"SELECT max(sort_order) FROM cards WHERE status = ?"_s, {rawValue(status)});
-        return highest ? *highest + 1.0 : 0.0;
+    return run([this, card](SQLiteConnection &connection) {
+        Card stored = card;
+        connection.transaction([&] {
+            stored.sortOrder = StoreQueries::orderAfterLast(
+                connection, u"SELECT max(sort_order) FROM cards WHERE status = ?"_s, {rawValue(stored.status)});
+            insertRow(connection, stored);
+        });
+        postChange();
+        return stored;
     });
 }
 
@@ -162,8 +189,7 @@ Task<void> Database::moveCard(QString id, CardStatus status, qint64 position, Ve
             throw RepositoryError(RepositoryError::NotFound{u"cards"_s, id});
         connection.transaction([&] {
             const bool staysInColumn = card->status == status;
-            const qint64 target = staysInColumn ? positionAmongOthers(connection, *card, position) : position;
-            const double order = orderAt(connection, status, id, target);
+            const double order = orderAt(connection, status, id, position, staysInColumn);
             // Only a move to another column restarts the clock of the card's status.
             const VeltoDate changedAt = staysInColumn ? card->statusChangedAt : now;
             StoreQueries::write(

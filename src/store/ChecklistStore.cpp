@@ -17,6 +17,13 @@ QList<SQLiteValue> checklistItemValues(const ChecklistItem &item)
             item.sortOrder};
 }
 
+void insertRow(SQLiteConnection &connection, const ChecklistItem &item)
+{
+    StoreQueries::write(connection,
+                        u"INSERT INTO checklist_items ("_s + checklistItemColumns() + u")\nVALUES (?, ?, ?, ?, ?, ?, ?)"_s,
+                        checklistItemValues(item));
+}
+
 } // namespace
 
 Task<QHash<QString, ChecklistProgress>> Database::checklistProgress()
@@ -45,23 +52,25 @@ Task<QList<ChecklistItem>> Database::checklistItems(QString cardID)
     });
 }
 
-Task<double> Database::nextChecklistOrder(QString cardID)
-{
-    return run([cardID](SQLiteConnection &connection) {
-        const auto highest = StoreQueries::queryReal(
-            connection, u"SELECT max(sort_order) FROM checklist_items WHERE card_id = ?"_s, {cardID});
-        return highest ? *highest + 1.0 : 0.0;
-    });
-}
-
 Task<void> Database::insertChecklistItem(ChecklistItem item)
 {
     return run([this, item](SQLiteConnection &connection) {
-        StoreQueries::write(connection,
-                            u"INSERT INTO checklist_items ("_s + checklistItemColumns()
-                                + u")\nVALUES (?, ?, ?, ?, ?, ?, ?)"_s,
-                            checklistItemValues(item));
+        insertRow(connection, item);
         postChange();
+    });
+}
+
+Task<ChecklistItem> Database::appendChecklistItem(ChecklistItem item)
+{
+    return run([this, item](SQLiteConnection &connection) {
+        ChecklistItem stored = item;
+        connection.transaction([&] {
+            stored.sortOrder = StoreQueries::orderAfterLast(
+                connection, u"SELECT max(sort_order) FROM checklist_items WHERE card_id = ?"_s, {stored.cardID});
+            insertRow(connection, stored);
+        });
+        postChange();
+        return stored;
     });
 }
 

@@ -18,6 +18,12 @@ std::optional<double> queryReal(SQLiteConnection &connection, const QString &sql
     return statement->optionalReal(0);
 }
 
+double orderAfterLast(SQLiteConnection &connection, const QString &sql, const QList<SQLiteValue> &values)
+{
+    const auto highest = queryReal(connection, sql, values);
+    return highest ? *highest + 1.0 : 0.0;
+}
+
 SQLiteValue storedDate(const std::optional<VeltoDate> &date)
 {
     if (!date)

@@ -34,6 +34,10 @@ auto readAll(SQLiteConnection &connection, const QString &sql, const QList<SQLit
 // The first column of the first row as a real; absent for no row or a NULL.
 std::optional<double> queryReal(SQLiteConnection &connection, const QString &sql, const QList<SQLiteValue> &values);
 
+// One more than the highest order `sql` gives (a max(sort_order) over one column or card), or 0
+// when it gives none: the order at the bottom of that list.
+double orderAfterLast(SQLiteConnection &connection, const QString &sql, const QList<SQLiteValue> &values);
+
 // Whole seconds since 1970, or NULL for an absent date.
 SQLiteValue storedDate(const std::optional<VeltoDate> &date);
 

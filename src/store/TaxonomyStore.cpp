@@ -90,12 +90,20 @@ Task<Tag> Database::findOrCreateTag(QString name)
         const QString trimmed = name.trimmed();
         if (trimmed.isEmpty())
             throw RepositoryError(RepositoryError::MalformedRow{u"tags"_s, QString(), u"a tag needs a name"_s});
-        if (auto existing = tagNamed(connection, trimmed))
-            return *existing;
-        const Tag tag{newIdentifier(), trimmed, colorForNextTag(connection)};
-        StoreQueries::write(connection, u"INSERT INTO tags (id, name, color) VALUES (?, ?, ?)"_s,
-                            {tag.id, tag.name, tag.color});
-        postChange();
+        // The look-up holds the write lock too: another writer cannot make the tag between it and
+        // the insert, which would end in a failed insert or in two tags told apart only by case.
+        bool made = false;
+        const Tag tag = connection.transaction([&] {
+            if (auto existing = tagNamed(connection, trimmed))
+                return *existing;
+            const Tag created{newIdentifier(), trimmed, colorForNextTag(connection)};
+            StoreQueries::write(connection, u"INSERT INTO tags (id, name, color) VALUES (?, ?, ?)"_s,
+                                {created.id, created.name, created.color});
+            made = true;
+            return created;
+        });
+        if (made)
+            postChange();
         return tag;
     });
 }

@@ -1,6 +1,7 @@
 #include "AppModel.h"
 #include "Await.h"
 #include "FolderHandoff.h"
+#include "PermissionBitsEnforced.h"
 #include "SQLiteConnection.h"
 
 #include <QDir>
@@ -110,6 +111,53 @@ TEST_F(AppModelTest, RetryReachesReadyOnceTheCauseIsFixed)
     EXPECT_EQ(startupChanges.count(), 2); // starting, then ready
     EXPECT_EQ(app->focus(), focus);
     EXPECT_NE(app->timer(), nullptr);
+}
+
+// A database Velto cannot write would open as if all were well and then fail every save; it is
+// refused at start-up instead, with the reason and the place.
+TEST_F(AppModelTest, ADatabaseThatCannotBeWrittenIsRefusedWithTheReason)
+{
+    const QString fileText = u"The database at "_s + databasePath()
+                             + u" is read-only, so Velto cannot save anything. Make the file writable and try again."_s;
+    const QString folderText = u"The folder "_s + containerPath()
+                               + u", which holds the database, is read-only, so Velto cannot save anything. "
+                                 u"Make the folder writable and try again."_s;
+    const struct {
+        const char *what;
+        bool made; // an earlier start made the database
+        QString readOnly;
+        QString failure;
+    } cases[] = {
+        {"the file", true, databasePath(), fileText},
+        {"the folder, where the journal files cannot be made", true, containerPath(), folderText},
+        {"the folder, before any database was made", false, containerPath(), folderText},
+    };
+    constexpr auto writable = QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        ASSERT_TRUE(QDir(containerPath()).removeRecursively());
+        if (c.made)
+            await(model()->start());
+        else
+            ASSERT_TRUE(QDir().mkpath(containerPath()));
+        const auto permissions = QFile::permissions(c.readOnly);
+        ASSERT_TRUE(QFile::setPermissions(c.readOnly, permissions & ~writable));
+        const auto app = model();
+        {
+            const PermissionBitsEnforced enforced;
+            if (!enforced.isEnforced()) {
+                QFile::setPermissions(c.readOnly, permissions);
+                GTEST_SKIP() << "this process writes whatever the permission bits say and cannot give that up";
+            }
+            await(app->start());
+        }
+        EXPECT_EQ(app->failureMessage(), c.failure);
+        EXPECT_FALSE(app->services());
+
+        ASSERT_TRUE(QFile::setPermissions(c.readOnly, permissions));
+        await(app->retry());
+        EXPECT_EQ(app->startup(), AppModel::Startup::ready());
+    }
 }
 
 TEST_F(AppModelTest, SessionLeftRunningIsAdoptedAfterTheBoardsFirstLoad)

@@ -112,6 +112,8 @@ TEST_F(FinderTagMirrorTest, MirrorsTheStatusAndKeepsTheUsersTags)
          u"Alpha: "_s + unreadableText},
         {"off: the last tag goes, the attribute stays", false, "Velto: Complete", CardStatus::complete, complete, "",
          none, none},
+        {"a status tag standing twice goes whole", true, "Velto: Waiting,Red,Velto: Waiting", CardStatus::complete,
+         waiting, "Red,Velto: Complete", complete, none},
         {"off: a folder never tagged is not read", false, "\xff", CardStatus::complete, none, "\xff", none, none},
     };
     for (const auto &c : cases) {

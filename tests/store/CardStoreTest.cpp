@@ -3,8 +3,11 @@
 #include "CardResolution.h"
 
 #include <QRegularExpression>
+#include <QTimer>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +34,37 @@ protected:
         }
         return ids;
     }
+
+    // The orders of a column from top to bottom.
+    QList<double> orders(CardStatus status)
+    {
+        QList<double> found;
+        for (const Card &card : await(database().allCards())) {
+            if (card.status == status)
+                found.append(card.sortOrder);
+        }
+        return found;
+    }
+
+    // A second writer on the same file, as another process would be: it holds the write lock with
+    // `sql` done but not committed while the operation starts, and commits a moment later. An
+    // operation that reads before it takes the write lock reads the file without the other's rows.
+    template <typename T>
+    T besideAnotherWriter(const QString &sql, const std::function<Task<T>()> &operation)
+    {
+        auto other = SQLiteConnection::open(database().path(), SQLiteConnection::Access::readWrite);
+        other->execute(u"BEGIN IMMEDIATE"_s);
+        other->execute(sql);
+        Task<T> task = operation();
+        QTimer::singleShot(300, [other] { other->execute(u"COMMIT"_s); });
+        return await(std::move(task));
+    }
 };
+
+bool strictlyAscending(const QList<double> &orders)
+{
+    return std::adjacent_find(orders.cbegin(), orders.cend(), std::greater_equal<>()) == orders.cend();
+}
 
 // Every status and priority word must pass the table's checks and read back as its own case; a
 // zero-length bookmark is not NULL, a deadline stored as 0 is still a date, and an empty text is
@@ -109,6 +142,76 @@ TEST_F(CardStoreTest, AMoveIntoAGapWithNoRoomRenumbersTheColumn)
     EXPECT_EQ(takePosts(), 1);
 }
 
+// Two writers adding at once could once give two cards the same order; a later move into the gap
+// between them found no order to take. Such a column is renumbered like one out of room.
+TEST_F(CardStoreTest, AMoveBetweenEqualOrdersRenumbersTheColumnAndGoesOn)
+{
+    const auto ns = CardStatus::notStarted;
+    const auto ip = CardStatus::inProgress;
+    const struct {
+        const char *name;
+        QString id;
+        CardStatus status;
+        qint64 position;
+        QStringList column;
+    } cases[] = {
+        {"from below into the tie", u"D"_s, ns, 2, {u"A"_s, u"B"_s, u"D"_s, u"C"_s}},
+        {"from above into the tie", u"A"_s, ns, 2, {u"B"_s, u"A"_s, u"C"_s, u"D"_s}},
+        {"from another column into the tie", u"P"_s, ns, 2, {u"A"_s, u"B"_s, u"P"_s, u"C"_s, u"D"_s}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        reopen();
+        // B and C share 1.0; the column reads A, B, C, D.
+        insert({makeCard(u"A"_s, ns, 0), makeCard(u"B"_s, ns, 1), makeCard(u"C"_s, ns, 1), makeCard(u"D"_s, ns, 2),
+                makeCard(u"P"_s, ip, 0)});
+        takePosts();
+        await(database().moveCard(c.id, c.status, c.position));
+        EXPECT_EQ(column(ns), c.column);
+        EXPECT_TRUE(strictlyAscending(orders(ns)));
+        EXPECT_EQ(takePosts(), 1);
+    }
+}
+
+// Another process may add a card or a checklist item at the same moment. The append reads the
+// bottom under the write lock it inserts with, so it waits for the other writer and goes below what
+// that one added instead of taking the same order.
+TEST_F(CardStoreTest, AnAppendWaitsForAnotherWriterAndGoesBelowWhatItAdded)
+{
+    const auto ns = CardStatus::notStarted;
+    const QString otherCard = u"INSERT INTO cards (id, bookmark, display_path, display_name, status, priority,\n"
+                              u"  sort_order, created_at, status_changed_at)\n"
+                              u"VALUES ('X', x'58', '/home/ann/X', 'X', 'not_started', 'later', %1, 1000, 1000)"_s;
+    const QString otherItem = u"INSERT INTO checklist_items (id, card_id, bookmark, display_name, sort_order)\n"
+                              u"VALUES ('I9', 'A', x'01', 'other.md', %1)"_s;
+    const Card card = makeCard(u"N"_s, ns, -7);
+    const ChecklistItem item{u"I2"_s, u"A"_s, "2", u"mine.md"_s, false, false, -7};
+    const struct {
+        const char *name;
+        QString otherWrites;
+        bool appendsItem; // else a card
+        double order;
+    } cases[] = {
+        {"a card below the other's card", otherCard.arg(u"1.0"_s), false, 2.0},
+        {"a card below a fractional bottom", otherCard.arg(u"2.5"_s), false, 3.5},
+        {"an item below the other's item", otherItem.arg(u"1.0"_s), true, 2.0},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        reopen();
+        // A waiting card far down shows that the order is the column's own.
+        insert({makeCard(u"A"_s, ns, 0), makeCard(u"W"_s, CardStatus::waiting, 7)});
+        await(database().insertChecklistItem({u"I1"_s, u"A"_s, "1", u"notes.md"_s, false, false, 0}));
+        const double order =
+            c.appendsItem
+                ? besideAnotherWriter<ChecklistItem>(c.otherWrites, [&] { return database().appendChecklistItem(item); })
+                      .sortOrder
+                : besideAnotherWriter<Card>(c.otherWrites, [&] { return database().appendCard(card); }).sortOrder;
+        EXPECT_EQ(order, c.order);
+        EXPECT_TRUE(strictlyAscending(orders(ns)));
+    }
+}
+
 TEST_F(CardStoreTest, CardTextIsStoredTrimmedOrNotAtAll)
 {
     insert({makeCard(u"A"_s, CardStatus::notStarted, 0)});
@@ -173,7 +276,6 @@ TEST_F(CardStoreTest, DeletionsCascadeToWhatHangsOnTheRow)
 TEST_F(CardStoreTest, ChecklistKeepsItsOrderAndCountsWhatIsDone)
 {
     insert({makeCard(u"A"_s, CardStatus::notStarted, 0)});
-    EXPECT_EQ(await(database().nextChecklistOrder(u"A"_s)), 0.0);
     const QList<ChecklistItem> items{{u"one"_s, u"A"_s, "1", u"one.md"_s, true, false, 0.0},
                                      {u"two"_s, u"A"_s, "2", u"two.md"_s, false, true, 1.0},
                                      {u"three"_s, u"A"_s, "3", u"three.md"_s, true, false, 2.0}};
@@ -183,8 +285,11 @@ TEST_F(CardStoreTest, ChecklistKeepsItsOrderAndCountsWhatIsDone)
     EXPECT_EQ(await(database().checklistProgress()), (QHash<QString, ChecklistProgress>{{u"A"_s, {2, 3}}}));
     await(database().deleteChecklistItem(u"three"_s));
     await(database().setChecklistItemDone(false, u"one"_s));
-    EXPECT_EQ(await(database().nextChecklistOrder(u"A"_s)), 2.0);
     EXPECT_EQ(await(database().checklistProgress()).value(u"A"_s), (ChecklistProgress{0, 2}));
+    // An appended item goes after the last one left, whatever order it came with.
+    const ChecklistItem four{u"four"_s, u"A"_s, "4", u"four.md"_s, false, false, -3.0};
+    EXPECT_EQ(await(database().appendChecklistItem(four)).sortOrder, 2.0);
+    EXPECT_EQ(await(database().checklistItems(u"A"_s)).constLast().id, u"four"_s);
 }
 
 TEST_F(CardStoreTest, TagsAreFoundWhateverTheirCaseAndStoredTrimmed)
@@ -200,6 +305,21 @@ TEST_F(CardStoreTest, TagsAreFoundWhateverTheirCaseAndStoredTrimmed)
     const Tag lower = await(database().findOrCreateTag(u"\u00e9cole"_s));
     EXPECT_NE(upper.id, lower.id);
     EXPECT_EQ(lower.name, u"\u00e9cole"_s);
+}
+
+// Another process making the same tag at the same moment: the look-up waits for it and finds its
+// tag whatever the case asked for, instead of failing on the name or making a second tag.
+TEST_F(CardStoreTest, ATagMadeByAnotherWriterMeanwhileIsFound)
+{
+    for (const QString &asked : {u"Urgent"_s, u" urgent"_s}) {
+        SCOPED_TRACE(asked.toStdString());
+        reopen();
+        const Tag found = besideAnotherWriter<Tag>(u"INSERT INTO tags VALUES ('T9', 'Urgent', '#E34948')"_s,
+                                                   [&] { return database().findOrCreateTag(asked); });
+        EXPECT_EQ(found, (Tag{u"T9"_s, u"Urgent"_s, u"#E34948"_s}));
+        EXPECT_EQ(await(database().allTags()).size(), 1);
+        EXPECT_EQ(takePosts(), 0);
+    }
 }
 
 } // namespace
