@@ -39,6 +39,11 @@ Menu {
         onTriggered: menu.board.requestOpenInFinder(menu.cardID)
     }
     Entry {
+        objectName: "menuCopyBriefing"
+        text: "Copy Briefing"
+        onTriggered: menu.board.requestCopyBriefing(menu.cardID)
+    }
+    Entry {
         objectName: "menuTimer"
         text: menu.timerRunsHere ? "Stop Timer" : "Start Timer"
         onTriggered: menu.board.requestToggleTimer(menu.cardID)
