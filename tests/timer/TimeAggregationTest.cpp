@@ -37,12 +37,8 @@ TEST(TimeAggregation, SlicesAnIntervalAtTheWeekBoundariesOfTheCalendar)
          {{u"2025-12-29T00:00"_s, 0.5}, {u"2026-01-05T00:00"_s, 0.5}}},
         {"Sunday night to Monday, weeks from Sunday", berlin, Qt::Sunday, u"2026-01-04T23:30"_s,
          u"2026-01-05T00:30"_s, {{u"2026-01-04T00:00"_s, 1}}},
-        {"Saturday night to Sunday, weeks from Sunday", berlin, Qt::Sunday, u"2026-01-03T23:00"_s,
-         u"2026-01-04T01:00"_s, {{u"2025-12-28T00:00"_s, 1}, {u"2026-01-04T00:00"_s, 1}}},
         {"ending on the boundary", berlin, Qt::Monday, u"2026-01-04T22:00"_s, u"2026-01-05T00:00"_s,
          {{u"2025-12-29T00:00"_s, 2}}},
-        {"starting on the boundary", berlin, Qt::Monday, u"2026-01-05T00:00"_s, u"2026-01-05T02:00"_s,
-         {{u"2026-01-05T00:00"_s, 2}}},
         {"a whole week of 167 hours", berlin, Qt::Monday, u"2026-03-23T00:00"_s, u"2026-03-30T00:00"_s,
          {{u"2026-03-23T00:00"_s, 167}}},
         {"across the spring change, weeks from Monday", berlin, Qt::Monday, u"2026-03-28T12:00"_s,
@@ -56,7 +52,6 @@ TEST(TimeAggregation, SlicesAnIntervalAtTheWeekBoundariesOfTheCalendar)
         {"a whole week of 169 hours", newYork, Qt::Sunday, u"2026-11-01T00:00"_s, u"2026-11-08T00:00"_s,
          {{u"2026-11-01T00:00"_s, 169}}},
         {"no length", berlin, Qt::Monday, u"2026-01-05T10:00"_s, u"2026-01-05T10:00"_s, {}},
-        {"ending before it starts", berlin, Qt::Monday, u"2026-01-05T10:00"_s, u"2026-01-05T09:00"_s, {}},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
