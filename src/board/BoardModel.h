@@ -20,6 +20,7 @@
 #include "TimerModel.h"
 #include "VeltoServices.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -68,6 +69,8 @@ class BoardModel : public QObject {
     Q_PROPERTY(QVariantList dueSoonList READ dueSoonList NOTIFY presentationChanged)
     Q_PROPERTY(QString pendingDropTitle READ pendingDropTitle NOTIFY pendingFileDropsChanged)
     Q_PROPERTY(QString pendingDropMessage READ pendingDropMessage CONSTANT)
+    // Invalid until the first briefing is copied.
+    Q_PROPERTY(QDateTime briefingCopiedAt READ briefingCopiedAtTime NOTIFY briefingCopiedAtChanged)
 
 public:
     using Match = FolderMatch;
@@ -93,6 +96,9 @@ public:
     [[nodiscard]] QString errorMessageText() const { return m_errorMessage.value_or(QString()); }
     [[nodiscard]] FinderTagMirror *tagMirror() const { return m_tagMirror.get(); }
     [[nodiscard]] TimerModel *timer() const { return m_timer; }
+    // When a briefing was last put on the clipboard; never cleared.
+    [[nodiscard]] const std::optional<VeltoDate> &briefingCopiedAt() const { return m_briefingCopiedAt; }
+    [[nodiscard]] QDateTime briefingCopiedAtTime() const;
 
     // What the views set directly; assigning changes nothing else.
     [[nodiscard]] const BoardFilter &filter() const { return m_filter; }
@@ -163,6 +169,7 @@ public:
     Q_INVOKABLE void requestAddFoldersFromPanel();
     Q_INVOKABLE void requestResolvePendingFileDrops();
     Q_INVOKABLE void requestOpenInFinder(const QString &cardID);
+    Q_INVOKABLE void requestCopyBriefing(const QString &cardID);
     Q_INVOKABLE void requestLocate(const QString &cardID);
     Q_INVOKABLE void requestRemoveCard(const QString &cardID);
     Q_INVOKABLE void requestToggleTimer(const QString &cardID);
@@ -197,6 +204,8 @@ public:
     Task<> locate(Card card);
     Task<> openInFinder(Card card);
     Task<> removeCard(Card card);
+    // Puts the card's briefing on the clipboard (see BoardBriefing.cpp).
+    Task<> copyBriefing(Card card);
 
     // Moves and edits.
     Task<> moveCard(QString id, CardStatus status, qint64 position);
@@ -233,6 +242,7 @@ signals:
     void pendingFileDropsChanged();
     void modeChanged();
     void isManagingTaxonomyChanged();
+    void briefingCopiedAtChanged();
     // Anything the columns, lanes, chips or the due-soon list are derived from has changed.
     void presentationChanged();
 
@@ -260,6 +270,7 @@ private:
     void setResolutions(const QHash<QString, CardResolution> &resolutions);
     void setIsLoading(bool loading);
     void setErrorMessage(const std::optional<QString> &message);
+    void setBriefingCopiedAt(const std::optional<VeltoDate> &copiedAt);
     void reportFailure(const std::exception &failure);
 
     [[nodiscard]] Mode qmlMode() const { return Mode(int(m_mode)); }
@@ -288,4 +299,5 @@ private:
     BoardMode m_mode = BoardMode::board;
     bool m_isManagingTaxonomy = false;
     LocalDay m_day;
+    std::optional<VeltoDate> m_briefingCopiedAt;
 };

@@ -41,6 +41,11 @@ Menu {
         onTriggered: root.board.requestOpenInFinder(root.cardID)
     }
     Entry {
+        objectName: "menuCopyBriefing"
+        text: "Copy Briefing"
+        onTriggered: root.board.requestCopyBriefing(root.cardID)
+    }
+    Entry {
         objectName: "menuTimer"
         text: root.timerRunsHere ? "Stop Timer" : "Start Timer"
         onTriggered: root.board.requestToggleTimer(root.cardID)

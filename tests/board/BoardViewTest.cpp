@@ -157,7 +157,7 @@ TEST_F(BoardViewTest, DropsFromOutsideTheWindow)
 
 TEST_F(BoardViewTest, TheCardMenuFollowsTheSortAndTheFolder)
 {
-    const QStringList always{u"menuOpen"_s, u"menuTimer"_s};
+    const QStringList always{u"menuOpen"_s, u"menuCopyBriefing"_s, u"menuTimer"_s};
     const QStringList byHand{u"menuMoveTop"_s, u"menuMoveUp"_s, u"menuMoveDown"_s, u"menuMoveBottom"_s};
     const struct {
         bool sortByPriority;
