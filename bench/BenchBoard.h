@@ -27,7 +27,8 @@ public:
         m_timer = std::make_unique<TimerModel>(
             services, std::make_shared<FocusSettings>(std::make_shared<QSettings>(
                           m_dir.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat)));
-        m_board = std::make_unique<BoardModel>(services, m_timer.get(), nullptr, [](const QUrl &) {});
+        m_board = std::make_unique<BoardModel>(services, m_timer.get(), nullptr,
+                                               [](const QUrl &) -> Task<bool> { co_return true; });
     }
 
     // Writes `count` more cards to the database; the board shows them after its next reload.

@@ -1,7 +1,11 @@
 #include "AppModel.h"
 
 #include "AssignIfChanged.h"
+#include "DesktopFolderPicker.h"
 #include "FileManagerReveal.h"
+#include "InstanceLockError.h"
+
+#include <QDir>
 
 #include <QPointer>
 
@@ -13,8 +17,7 @@ AppModel::AppModel(AppGroupSources sources, std::shared_ptr<QSettings> defaults,
                    QObject *parent)
     : QObject(parent), m_sources(std::move(sources)),
       m_focus(std::make_shared<FocusSettings>(defaults ? std::move(defaults) : std::make_shared<QSettings>())),
-      m_folderDialog(picker ? nullptr : std::make_shared<DialogFolderPicker>()),
-      m_picker(picker ? std::move(picker) : m_folderDialog)
+      m_picker(picker ? std::move(picker) : std::make_shared<DesktopFolderPicker>())
 {
 }
 
@@ -63,6 +66,7 @@ Task<> AppModel::start()
     try {
         const auto container = AppGroupContainer::resolve(m_sources);
         container.ensureExists();
+        lockContainer(container);
         const auto notifier = DatabaseChangeNotifier::forAppGroup(container.identifier);
         const QString databasePath = container.path + u"/Velto.sqlite"_s;
         auto database = Database::create(databasePath, notifier);
@@ -74,6 +78,7 @@ Task<> AppModel::start()
     } catch (const std::exception &failure) {
         if (self) {
             m_handedOverFolders.clear();
+            m_handoffRefusal.reset();
             setStartup(Startup::failed(QString::fromUtf8(failure.what())));
         }
         co_return;
@@ -81,7 +86,8 @@ Task<> AppModel::start()
     // Nothing after this point can fail. Diagnostics and analytics join the timer and the board
     // here, in that order, as they are built.
     setTimer(std::make_unique<TimerModel>(*m_services, m_focus));
-    setBoard(std::make_unique<BoardModel>(*m_services, m_timer.get(), m_picker, revealInFileManager));
+    setBoard(std::make_unique<BoardModel>(*m_services, m_timer.get(), m_picker,
+                                          [](const QUrl &url) { return revealInFileManager(url); }));
     setStartup(Startup::ready());
 
     // The board appears at once and fills in when its first load ends.
@@ -105,18 +111,59 @@ Task<> AppModel::retry()
     co_await start();
 }
 
-void AppModel::handOverFolders(const QList<QUrl> &folders)
+AppModel::ContainerClaim AppModel::claimContainer()
 {
-    m_handedOverFolders.append(folders);
+    if (m_sources.environment.contains(u"XCTestConfigurationFilePath"_s))
+        return {};
+    ContainerClaim claim;
+    try {
+        const auto container = AppGroupContainer::resolve(m_sources);
+        claim.identifier = container.identifier;
+        container.ensureExists();
+        lockContainer(container);
+    } catch (const InstanceLockError &failure) {
+        claim.heldElsewhere = std::holds_alternative<InstanceLockError::HeldElsewhere>(failure.reason());
+    } catch (const std::exception &) {
+        // start() meets the same failure and shows it.
+    }
+    return claim;
+}
+
+void AppModel::lockContainer(const AppGroupContainer &container)
+{
+    const QString path = container.path + u"/Velto.lock"_s;
+    if (m_instanceLock && m_instanceLock->path() == path)
+        return;
+    m_instanceLock = InstanceLock::take(path);
+    if (!m_instanceLock)
+        throw InstanceLockError(InstanceLockError::HeldElsewhere{container.path});
+}
+
+void AppModel::handOver(const FolderHandoff &handoff)
+{
+    m_handedOverFolders.append(handoff.folders);
+    if (handoff.refusal)
+        m_handoffRefusal = handoff.refusal;
     if (m_hasLoadedBoard)
         addHandedOverFolders();
 }
 
+void AppModel::handOverURIs(const QStringList &uris)
+{
+    // Launches send absolute URIs, so no working directory of this process is read into them.
+    handOver(FolderHandoff::fromArguments(uris, QDir::rootPath()));
+}
+
 Task<> AppModel::addHandedOverFolders()
 {
+    QPointer<AppModel> self(this);
     const QList<QUrl> folders = std::exchange(m_handedOverFolders, {});
+    const std::optional<QString> refusal = std::exchange(m_handoffRefusal, std::nullopt);
     if (!folders.isEmpty() && m_board)
         co_await m_board->addFolders(folders);
+    // After the adding, whose reload would clear the banner.
+    if (self && refusal && m_board)
+        m_board->showMessage(*refusal);
 }
 
 void AppModel::requestStart()

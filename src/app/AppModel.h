@@ -2,8 +2,10 @@
 
 #include "AppGroupSources.h"
 #include "BoardModel.h"
-#include "DialogFolderPicker.h"
 #include "FocusSettings.h"
+#include "FolderHandoff.h"
+#include "FolderPicker.h"
+#include "InstanceLock.h"
 #include "Task.h"
 #include "TimerModel.h"
 #include "VeltoServices.h"
@@ -28,8 +30,6 @@ class AppModel : public QObject {
     Q_PROPERTY(TimerModel *timer READ timer NOTIFY timerChanged)
     Q_PROPERTY(FocusSettings *focus READ focus CONSTANT)
     Q_PROPERTY(BoardModel *board READ board NOTIFY boardChanged)
-    // The dialog the window puts up when the board asks for folders; absent when tests answer.
-    Q_PROPERTY(DialogFolderPicker *folderDialog READ folderDialog CONSTANT)
 
 public:
     enum class StartupKind { Starting, Failed, Ready };
@@ -46,7 +46,7 @@ public:
     };
 
     // `defaults` is the application's standard settings store; absent means the user's own. Without
-    // a `picker`, the board asks through the window's folder dialog.
+    // a `picker`, the board asks through the desktop's folder chooser.
     explicit AppModel(AppGroupSources sources = AppGroupSources::ofThisProcess(),
                       std::shared_ptr<QSettings> defaults = nullptr, std::shared_ptr<FolderPicker> picker = nullptr,
                       QObject *parent = nullptr);
@@ -58,7 +58,6 @@ public:
     [[nodiscard]] const std::optional<VeltoServices> &services() const { return m_services; }
     [[nodiscard]] TimerModel *timer() const { return m_timer.get(); }
     [[nodiscard]] BoardModel *board() const { return m_board.get(); }
-    [[nodiscard]] DialogFolderPicker *folderDialog() const { return m_folderDialog.get(); }
     // Made once with the model and never replaced, so it outlives every retry.
     [[nodiscard]] FocusSettings *focus() const { return m_focus.get(); }
 
@@ -67,9 +66,22 @@ public:
     // Drops whatever a failed start left, then starts again.
     Task<> retry();
 
-    // Folders handed in from outside, such as the command line. They are added once start-up has
-    // loaded the board, so that a folder already on it is recognised; a failed start drops them.
-    void handOverFolders(const QList<QUrl> &folders);
+    struct ContainerClaim {
+        bool heldElsewhere = false;
+        QString identifier; // the configured one; empty when none is
+    };
+
+    // Takes the lock that makes this process the only writer of the container's database, before
+    // anything opens it; start() takes it too when this was not called. Another Velto holding it is
+    // the one failure told here; any other is left for start() to report.
+    [[nodiscard]] ContainerClaim claimContainer();
+
+    // Folders handed in from outside, such as the command line or a second launch. They are added
+    // once start-up has loaded the board, so that a folder already on it is recognised, and why
+    // nothing could be taken shows in the board's banner; a failed start drops both.
+    void handOver(const FolderHandoff &handoff);
+    // URIs from a second launch or a launcher, read as the command line is.
+    void handOverURIs(const QStringList &uris);
 
     // What the window calls; each starts the task and returns at once.
     Q_INVOKABLE void requestStart();
@@ -80,6 +92,8 @@ signals:
     void servicesChanged();
     void timerChanged();
     void boardChanged();
+    // Something outside asked for Velto's window: a second launch, or a launcher.
+    void activationRequested();
 
 private:
     void setStartup(const Startup &startup);
@@ -87,16 +101,19 @@ private:
     void setTimer(std::unique_ptr<TimerModel> timer);
     void setBoard(std::unique_ptr<BoardModel> board);
     Task<> addHandedOverFolders();
+    // Throws InstanceLockError when another holds the container's lock, or it can't be taken.
+    void lockContainer(const AppGroupContainer &container);
 
     AppGroupSources m_sources;
     Startup m_startup;
     std::optional<VeltoServices> m_services;
     std::shared_ptr<FocusSettings> m_focus;
-    std::shared_ptr<DialogFolderPicker> m_folderDialog;
     std::shared_ptr<FolderPicker> m_picker;
     std::unique_ptr<TimerModel> m_timer;
     std::unique_ptr<BoardModel> m_board;
     QList<QUrl> m_handedOverFolders;
+    std::optional<QString> m_handoffRefusal;
+    std::optional<InstanceLock> m_instanceLock;
     // The board has had its first load; folders handed over from now on are added at once.
     bool m_hasLoadedBoard = false;
 };

@@ -35,6 +35,17 @@ ApplicationWindow {
         value: window.appearance.isDark
     }
 
+    // A second launch or a launcher asked for Velto: the window comes forward, as far as the
+    // window manager lets it.
+    Connections {
+        target: window.app
+        function onActivationRequested() {
+            window.show()
+            window.raise()
+            window.requestActivate()
+        }
+    }
+
     RootView {
         anchors.fill: parent
         app: window.app

@@ -58,7 +58,6 @@ Item {
             objectName: "boardPlace"
             board: root.app.board
             timer: root.app.timer
-            folderDialog: root.app.folderDialog
         }
     }
 }

@@ -1,4 +1,6 @@
 #include "AppModel.h"
+#include "ApplicationBusService.h"
+#include "SecondLaunch.h"
 #include "FolderHandoff.h"
 #include "AppearanceSetting.h"
 #include "DesktopColorScheme.h"
@@ -53,14 +55,28 @@ int main(int argc, char **argv)
     QQuickStyle::setStyle(u"Fusion"_s);
 
     AppModel appModel;
-    // `velto FOLDER...`: the folders join the board once it has loaded; anything else is refused in
-    // the user's words, and Velto starts all the same.
-    if (const QStringList given = QApplication::arguments().mid(1); !given.isEmpty()) {
-        const FolderHandoff handoff = FolderHandoff::fromArguments(given, QDir::currentPath());
-        if (handoff.refusal)
-            std::fprintf(stderr, "%s\n", qPrintable(*handoff.refusal));
-        appModel.handOverFolders(handoff.folders);
+    const QStringList given = QApplication::arguments().mid(1);
+    // Another Velto holds the board: the arguments go to it, and this process ends without having
+    // opened the database.
+    const AppModel::ContainerClaim claim = appModel.claimContainer();
+    if (claim.heldElsewhere) {
+        const auto failure =
+            SecondLaunch::handOver(QDBusConnection::sessionBus(), claim.identifier, given, QDir::currentPath());
+        if (failure)
+            std::fprintf(stderr, "%s\n", qPrintable(*failure));
+        return failure ? EXIT_FAILURE : EXIT_SUCCESS;
     }
+    // Without a bus, or with the name taken, Velto runs all the same; later launches just can't
+    // reach it.
+    ApplicationBusService launches;
+    launches.publish(claim.identifier);
+    QObject::connect(&launches, &ApplicationBusService::activationRequested, &appModel,
+                     &AppModel::activationRequested);
+    QObject::connect(&launches, &ApplicationBusService::openRequested, &appModel, &AppModel::handOverURIs);
+    // `velto FOLDER...`: the folders join the board once it has loaded; anything else is refused
+    // there, in the user's words.
+    if (!given.isEmpty())
+        appModel.handOver(FolderHandoff::fromArguments(given, QDir::currentPath()));
     DesktopColorScheme desktopColorScheme;
     AppearanceSetting appearance(std::make_shared<QSettings>(), &desktopColorScheme);
 

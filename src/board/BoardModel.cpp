@@ -194,6 +194,11 @@ void BoardModel::setIsManagingTaxonomy(bool managing)
         emit isManagingTaxonomyChanged();
 }
 
+void BoardModel::showMessage(const QString &message)
+{
+    setErrorMessage(message);
+}
+
 void BoardModel::dismissError()
 {
     setErrorMessage(std::nullopt);
@@ -667,12 +672,18 @@ Task<> BoardModel::openInFinder(Card card)
     setResolutions(resolutions);
 
     if (resolution.locationURL) {
+        bool shown = false;
         {
             const SecurityScopedBookmark::ScopedAccess access(*resolution.locationURL);
-            m_reveal(*resolution.locationURL);
+            shown = co_await m_reveal(*resolution.locationURL);
         }
+        if (!self)
+            co_return;
+        // The failure to reach the folder already says what to do when nothing opened.
         if (resolution.availability != Availability::available)
             setErrorMessage(PlatformText::cannotReachFolder(resolution.displayName, resolution.failure));
+        else if (!shown)
+            setErrorMessage(PlatformText::noFileManagerAnswered());
     } else {
         setErrorMessage(u"“%1” could not be opened. %2"_s.arg(
             resolution.displayName, resolution.failure.value_or(u"The folder could not be found."_s)));

@@ -74,8 +74,8 @@ class BoardModel : public QObject {
 
 public:
     using Match = FolderMatch;
-    // Shows a folder in the desktop's file manager.
-    using Reveal = std::function<void(const QUrl &)>;
+    // Shows a folder in the desktop's file manager; false when nothing on the desktop would.
+    using Reveal = std::function<Task<bool>(const QUrl &)>;
 
     enum class Mode { board = int(BoardMode::board), dueSoon = int(BoardMode::dueSoon) };
     Q_ENUM(Mode)
@@ -119,6 +119,9 @@ public:
     void setIsManagingTaxonomy(bool managing);
 
     Q_INVOKABLE void dismissError();
+    // A sentence from outside the board, such as why folders handed to Velto were refused, shown
+    // in the board's banner.
+    void showMessage(const QString &message);
 
     // Derived each time they are read.
     [[nodiscard]] std::optional<Card> selectedCard() const;

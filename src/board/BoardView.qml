@@ -1,16 +1,14 @@
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Dialogs
 import QtQuick.Layouts
 import Velto
 
 // The whole board: the filter bar, the failure banner, then the columns, the lanes or the list of
-// what is due soon. It also puts up the folder dialog whenever the board asks for folders.
+// what is due soon.
 Rectangle {
     id: root
     required property BoardModel board
     required property TimerModel timer
-    property DialogFolderPicker folderDialog
 
     color: Theme.pick("#171613", "#F4F3F0")
     implicitWidth: 940
@@ -124,23 +122,5 @@ Rectangle {
         objectName: "taxonomySheet"
         parent: Overlay.overlay
         model: root.board
-    }
-
-    FolderDialog {
-        id: folderPanel
-        onAccepted: root.folderDialog.accept([folderPanel.selectedFolder])
-        onRejected: root.folderDialog.cancel()
-    }
-
-    Connections {
-        target: root.folderDialog
-        function onRequested(prompt, message, folder, allowsMultiple) {
-            // The toolkit's folder dialog picks one folder at a time and has no line for a message,
-            // so the message stands in its title.
-            folderPanel.title = message
-            folderPanel.acceptLabel = prompt
-            folderPanel.currentFolder = folder
-            folderPanel.open()
-        }
     }
 }

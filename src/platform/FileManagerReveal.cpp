@@ -1,41 +1,24 @@
 #include "FileManagerReveal.h"
 
+#include "BusCall.h"
 #include "FolderPaths.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDesktopServices>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void openEnclosingFolder(const QUrl &url)
+Task<bool> revealInFileManager(QUrl url, QDBusConnection bus, OpenFolder openFolder)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(FolderPaths::parent(url.toLocalFile())));
-}
-
-} // namespace
-
-void revealInFileManager(const QUrl &url)
-{
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) {
-        openEnclosingFolder(url);
-        return;
+    if (bus.isConnected()) {
+        QDBusMessage call = QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s,
+                                                           u"/org/freedesktop/FileManager1"_s,
+                                                           u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
+        call << QStringList{url.toString(QUrl::FullyEncoded)} << QString();
+        // Asked without waiting: a file manager that has to be started first must not freeze the board.
+        const QDBusMessage reply = co_await callOnBus(bus, call);
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            co_return true;
     }
-    QDBusMessage call = QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s,
-                                                       u"/org/freedesktop/FileManager1"_s,
-                                                       u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
-    call << QStringList{url.toString(QUrl::FullyEncoded)} << QString();
-    // Asked without waiting: a file manager that has to be started first must not freeze the board.
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call));
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [url](QDBusPendingCallWatcher *done) {
-        if (done->isError())
-            openEnclosingFolder(url);
-        done->deleteLater();
-    });
+    co_return openFolder(QUrl::fromLocalFile(FolderPaths::parent(url.toLocalFile())));
 }

@@ -47,6 +47,11 @@ QString PlatformText::cannotReachFolder(const QString &name, const std::optional
            u"Locate… to point at the folder again."_s.arg(name, reason);
 }
 
+QString PlatformText::noFileManagerAnswered()
+{
+    return u"No file manager answered, so the folder could not be shown."_s;
+}
+
 QString PlatformText::pendingFileDropMessage()
 {
     return u"Velto tracks folders, not files. The enclosing folder can be added instead, with the dropped "

@@ -26,6 +26,9 @@ QString chooseUnreachableFolderAgain(const QString &name);
 // The banner after revealing a folder that is not available; `failure` says why, when known.
 QString cannotReachFolder(const QString &name, const std::optional<QString> &failure);
 
+// The banner when neither the file manager nor the desktop would show a card's folder.
+QString noFileManagerAnswered();
+
 // Why files dropped on the board wait until their folder is chosen.
 QString pendingFileDropMessage();
 

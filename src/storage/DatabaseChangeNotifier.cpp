@@ -1,5 +1,7 @@
 #include "DatabaseChangeNotifier.h"
 
+#include "BusName.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QStringList>
@@ -12,25 +14,6 @@ namespace {
 
 // The bus allows these names no longer than this.
 constexpr qsizetype maximumInterfaceLength = 255;
-
-bool isWordCharacter(QChar character)
-{
-    const char16_t code = character.unicode();
-    return (code >= u'a' && code <= u'z') || (code >= u'A' && code <= u'Z') || (code >= u'0' && code <= u'9')
-        || code == u'_';
-}
-
-// The bus admits only [A-Za-z0-9_] in an element, and no digit first.
-QString validElement(QString element)
-{
-    for (QChar &character : element) {
-        if (!isWordCharacter(character))
-            character = u'_';
-    }
-    if (element.isEmpty() || element.front().isDigit())
-        element.prepend(u'_');
-    return element;
-}
 
 // Hands each delivery to the handler on the thread that registered it.
 class ChangeReceiver : public QObject {
@@ -65,7 +48,7 @@ std::optional<QString> DatabaseChangeNotifier::busInterface() const
         return std::nullopt;
     QStringList valid;
     for (const QString &element : elements)
-        valid.append(validElement(element));
+        valid.append(BusName::validElement(element));
     QString interface = valid.join(u'.');
     if (interface.size() > maximumInterfaceLength)
         return std::nullopt;
@@ -74,7 +57,7 @@ std::optional<QString> DatabaseChangeNotifier::busInterface() const
 
 QString DatabaseChangeNotifier::busMember() const
 {
-    return validElement(name.mid(name.lastIndexOf(u'.') + 1));
+    return BusName::validElement(name.mid(name.lastIndexOf(u'.') + 1));
 }
 
 void DatabaseChangeNotifier::post() const

@@ -182,7 +182,7 @@ TEST_F(AppModelTest, FoldersHandedOverWaitForTheFirstLoad)
     ASSERT_TRUE(QDir().mkpath(folder));
     {
         const auto first = model();
-        first->handOverFolders({QUrl::fromLocalFile(folder)});
+        first->handOver({{QUrl::fromLocalFile(folder)}, std::nullopt});
         await(first->start());
         ASSERT_EQ(first->board()->cards().size(), 1);
         EXPECT_EQ(first->board()->selectedCardID(), first->board()->cards().first().id);
@@ -191,7 +191,7 @@ TEST_F(AppModelTest, FoldersHandedOverWaitForTheFirstLoad)
     const QString renamed = m_dir.filePath(u"Thesis final"_s);
     ASSERT_TRUE(QDir().rename(folder, renamed));
     const auto app = model();
-    app->handOverFolders({QUrl::fromLocalFile(renamed)});
+    app->handOver({{QUrl::fromLocalFile(renamed)}, std::nullopt});
     await(app->start());
     ASSERT_EQ(app->board()->cards().size(), 1);
     EXPECT_EQ(app->board()->cards().first().displayName, u"Thesis final"_s);
@@ -199,7 +199,7 @@ TEST_F(AppModelTest, FoldersHandedOverWaitForTheFirstLoad)
     // Once started, folders are added at once.
     const QString other = m_dir.filePath(u"Other"_s);
     ASSERT_TRUE(QDir().mkpath(other));
-    app->handOverFolders({QUrl::fromLocalFile(other)});
+    app->handOver({{QUrl::fromLocalFile(other)}, std::nullopt});
     EXPECT_TRUE(QTest::qWaitFor([&] { return app->board()->cards().size() == 2; }, 5000));
 }
 

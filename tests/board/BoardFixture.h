@@ -50,7 +50,10 @@ protected:
             services, std::make_shared<FocusSettings>(std::make_shared<QSettings>(
                           m_sandbox.path(QStringLiteral("settings.ini")), QSettings::IniFormat)));
         m_board = std::make_unique<BoardModel>(services, m_timer.get(), m_picker,
-                                               [this](const QUrl &url) { m_revealed.append(url); });
+                                               [this](const QUrl &url) -> Task<bool> {
+                                                   m_revealed.append(url);
+                                                   co_return m_fileManagerAnswers;
+                                               });
     }
 
     void TearDown() override
@@ -68,6 +71,8 @@ protected:
     const FolderSandbox &sandbox() const { return m_sandbox; }
     FakeFolderPicker &picker() { return *m_picker; }
     const QList<QUrl> &revealed() const { return m_revealed; }
+    // Whether the desktop shows what the board asks it to; it does unless a test says otherwise.
+    void setFileManagerAnswers(bool answers) { m_fileManagerAnswers = answers; }
 
     // Makes the folders and adds them as a user would, then returns the cards in board order.
     QList<Card> addFolders(const QStringList &names)
@@ -125,5 +130,6 @@ private:
     std::unique_ptr<TimerModel> m_timer;
     std::shared_ptr<FakeFolderPicker> m_picker = std::make_shared<FakeFolderPicker>();
     QList<QUrl> m_revealed;
+    bool m_fileManagerAnswers = true;
     std::unique_ptr<BoardModel> m_board;
 };

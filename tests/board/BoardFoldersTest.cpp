@@ -165,11 +165,17 @@ TEST_F(BoardFoldersTest, OpenInFileManagerRevealsOrExplains)
     EXPECT_EQ(revealed(), QList<QUrl>{sandbox().url(u"A"_s)});
     EXPECT_FALSE(board().errorMessage());
 
+    // Nothing on the desktop would show it: the banner says so rather than nothing happening.
+    setFileManagerAnswers(false);
+    await(board().openInFinder(*cardNamed(u"A"_s)));
+    EXPECT_EQ(board().errorMessage(), u"No file manager answered, so the folder could not be shown."_s);
+    board().dismissError();
+
     // Gone since the last load: nothing to show, the banner says so, and the row learns it at once.
     const Card b = *cardNamed(u"B"_s);
     sandbox().remove(u"B"_s);
     await(board().openInFinder(b));
-    EXPECT_EQ(revealed().size(), 1);
+    EXPECT_EQ(revealed().size(), 2);
     ASSERT_TRUE(board().errorMessage());
     EXPECT_TRUE(board().errorMessage()->startsWith(u"“B” could not be opened. "_s));
     EXPECT_TRUE(cardNamed(u"B"_s)->isMissing);

@@ -1,0 +1,161 @@
+#include "AppModel.h"
+#include "ApplicationBusService.h"
+#include "Await.h"
+#include "BusName.h"
+#include "InstanceLock.h"
+#include "InstanceLockError.h"
+#include "SecondLaunch.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(InstanceLockTest, OneHolderAtATime)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(u"Velto.lock"_s);
+    {
+        auto first = InstanceLock::take(path);
+        ASSERT_TRUE(first);
+        EXPECT_FALSE(InstanceLock::take(path)) << "held, even by this very process";
+        const InstanceLock moved = std::move(*first);
+        EXPECT_FALSE(InstanceLock::take(path)) << "a moved lock is still held";
+    }
+    EXPECT_TRUE(InstanceLock::take(path)) << "released with its holder";
+
+    const QString nowhere = dir.filePath(u"absent/Velto.lock"_s);
+    try {
+        (void)InstanceLock::take(nowhere);
+        ADD_FAILURE() << "a lock in a folder that does not exist";
+    } catch (const InstanceLockError &failure) {
+        EXPECT_EQ(failure.text(), u"Velto could not lock “%1”: No such file or directory"_s.arg(nowhere));
+    }
+}
+
+TEST(BusNameTest, TheIdentifierBecomesANameAndAPathTheBusAccepts)
+{
+    const struct {
+        QString identifier;
+        QString name;
+        QString path;
+    } cases[] = {
+        {u"io.quillmere.Velto"_s, u"io.quillmere.Velto"_s, u"/io/quillmere/Velto"_s},
+        {u"io.quill-mere.9Velto"_s, u"io.quill_mere._9Velto"_s, u"/io/quill_mere/_9Velto"_s},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(BusName::fromIdentifier(c.identifier), c.name);
+        EXPECT_EQ(BusName::objectPath(c.name), c.path);
+    }
+}
+
+class SingleInstanceTest : public ::testing::Test {
+protected:
+    std::unique_ptr<AppModel> model(const QString &home) const
+    {
+        QProcessEnvironment environment;
+        environment.insert(u"XDG_DATA_HOME"_s, home);
+        return std::make_unique<AppModel>(
+            AppGroupSources{m_identifier, environment, home},
+            std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
+    }
+
+    QString makeFolder(const QString &name) const
+    {
+        EXPECT_TRUE(QDir(m_dir.path()).mkpath(name));
+        return m_dir.filePath(name);
+    }
+
+    // A name of its own, so that no other test's Velto answers.
+    const QString m_identifier = u"io.quillmere.Velto-instance-test"_s;
+    QTemporaryDir m_dir;
+};
+
+// Two models over one container: the second never opens the database; one over another container
+// is free to.
+TEST_F(SingleInstanceTest, OnlyOneModelWritesToAContainer)
+{
+    const auto first = model(m_dir.path());
+    EXPECT_EQ(first->claimContainer().heldElsewhere, false);
+    await(first->start());
+    ASSERT_EQ(first->startupKind(), AppModel::StartupKind::Ready);
+
+    const auto second = model(m_dir.path());
+    const AppModel::ContainerClaim claim = second->claimContainer();
+    EXPECT_TRUE(claim.heldElsewhere);
+    EXPECT_EQ(claim.identifier, m_identifier);
+    await(second->start());
+    EXPECT_EQ(second->failureMessage(),
+              u"Velto is already running with the board in “%1”. Only one Velto at a time can write to it."_s.arg(
+                  m_dir.filePath(m_identifier)));
+    EXPECT_FALSE(second->services());
+
+    QTemporaryDir elsewhere;
+    const auto other = model(elsewhere.path());
+    await(other->start());
+    EXPECT_EQ(other->startupKind(), AppModel::StartupKind::Ready);
+}
+
+// A second launch hands its arguments over the bus, as main does; the running model takes the
+// folders the way the command line gives them, or says why it could take none.
+TEST_F(SingleInstanceTest, ASecondLaunchHandsItsArgumentsToTheRunningOne)
+{
+    const auto running = model(m_dir.path());
+    await(running->start());
+    ApplicationBusService launches;
+    ASSERT_TRUE(launches.publish(m_identifier));
+    QObject::connect(&launches, &ApplicationBusService::activationRequested, running.get(),
+                     &AppModel::activationRequested);
+    QObject::connect(&launches, &ApplicationBusService::openRequested, running.get(), &AppModel::handOverURIs);
+    BoardModel *board = running->board();
+    QSignalSpy activations(running.get(), &AppModel::activationRequested);
+
+    makeFolder(u"Thesis"_s);
+    QFile(m_dir.filePath(u"notes.txt"_s)).open(QIODevice::WriteOnly);
+    const QString filesOnly = u"Velto tracks folders, not files. Select a folder instead."_s;
+    const struct {
+        const char *name;
+        QStringList arguments;
+        QStringList cards;
+        QString message;
+    } cases[] = {
+        {"nothing: the window only comes forward", {}, {}, {}},
+        {"files only", {u"notes.txt"_s}, {}, filesOnly},
+        {"nothing readable", {u"https://example.org/"_s}, {}, u"Velto could not read the selection."_s},
+        {"a folder and a file, by relative path", {u"Thesis"_s, u"notes.txt"_s}, {u"Thesis"_s}, {}},
+    };
+    // Another process's connection to the bus.
+    const QDBusConnection secondLaunch = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"second"_s);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        board->dismissError();
+        const int activated = activations.count();
+        EXPECT_EQ(SecondLaunch::handOver(secondLaunch, m_identifier, c.arguments, m_dir.path()), std::nullopt);
+        EXPECT_EQ(activations.count(), activated + 1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return board->errorMessageText() == c.message; }, 5000))
+            << board->errorMessageText().toStdString();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return board->cards().size() == c.cards.size(); }, 5000));
+        QStringList names;
+        for (const Card &card : board->cards())
+            names.append(card.displayName);
+        EXPECT_EQ(names, c.cards);
+    }
+    QDBusConnection::disconnectFromBus(u"second"_s);
+}
+
+TEST_F(SingleInstanceTest, WithNobodyAnsweringTheSecondLaunchSaysSoInOneSentence)
+{
+    const QString sentence = u"Velto is already running but did not answer, so nothing was handed to it."_s;
+    EXPECT_EQ(SecondLaunch::handOver(QDBusConnection::sessionBus(), m_identifier, {u"Thesis"_s}, m_dir.path()),
+              sentence);
+    EXPECT_EQ(SecondLaunch::handOver(QDBusConnection(u"no-bus"_s), m_identifier, {}, m_dir.path()), sentence);
+}
+
+} // namespace
