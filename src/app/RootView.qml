@@ -54,11 +54,19 @@ Item {
 
     Component {
         id: boardPlace
-        BoardView {
-            objectName: "boardPlace"
-            board: root.app.board
-            timer: root.app.timer
-            folderDialog: root.app.folderDialog
+        SplitView {
+            BoardView {
+                objectName: "boardPlace"
+                board: root.app.board
+                timer: root.app.timer
+                folderDialog: root.app.folderDialog
+                SplitView.fillWidth: true
+            }
+            CardDetailColumn {
+                app: root.app
+                SplitView.minimumWidth: 280
+                SplitView.preferredWidth: 340
+            }
         }
     }
 }

@@ -19,6 +19,7 @@
 #include "TimerModel.h"
 #include "VeltoServices.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -177,6 +178,13 @@ public:
     Q_INVOKABLE void requestDeleteProject(const QString &id);
     Q_INVOKABLE void requestRecolorTag(const QString &id, const QString &color);
     Q_INVOKABLE void requestDeleteTag(const QString &id);
+    // For the detail pane; see BoardModelForDetail.cpp. The card as the pane edits it: the face
+    // and the stored title and goal, empty where absent.
+    Q_INVOKABLE [[nodiscard]] QVariantMap cardDetail(const QString &cardID) const;
+    // An empty or blank text clears the title or the goal; an invalid date clears the deadline.
+    Q_INVOKABLE void requestSetTitle(const QString &cardID, const QString &title);
+    Q_INVOKABLE void requestSetGoal(const QString &cardID, const QString &goal);
+    Q_INVOKABLE void requestSetDeadline(const QString &cardID, const QDateTime &deadline);
     // A drop on a column: the card payload as text (empty if none), the file URLs, and whether
     // the drag began in this process.
     Q_INVOKABLE void requestDrop(const QString &cardData, const QList<QUrl> &urls, bool fromThisProcess, int status,
