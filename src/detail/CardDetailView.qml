@@ -30,7 +30,10 @@ ScrollView {
     contentWidth: availableWidth
     clip: true
 
-    Component.onCompleted: root.detail.requestLoad(root.cardID)
+    Component.onCompleted: {
+        root.timerRanHere = root.timer.runningCardID === root.cardID
+        root.detail.requestLoad(root.cardID)
+    }
 
     Connections {
         target: root.board
@@ -49,6 +52,20 @@ ScrollView {
             root.isFirstLoad = false
             if (root.detail.didFindFolderUnreadable && root.board.cardDetail(root.cardID).hasFolderURL)
                 root.board.requestReload()
+        }
+    }
+
+    // A session started or stopped on this card shows in its list at once.
+    // Whether the timer ran on this card when last looked at; set once, then by the handler, as a
+    // binding would already hold the new state when the handler runs.
+    property bool timerRanHere
+    Connections {
+        target: root.timer
+        function onRunningChanged() {
+            const runsHere = root.timer.runningCardID === root.cardID
+            if (runsHere !== root.timerRanHere)
+                root.detail.requestLoad(root.cardID)
+            root.timerRanHere = runsHere
         }
     }
 

@@ -1,4 +1,5 @@
-pragma ComponentBehavior: Bound
+// Not bound: the month grid hands each day's data to its delegate through the delegate's context,
+// which a bound component does not allow, and every day would print a warning.
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts

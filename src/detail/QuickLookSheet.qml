@@ -1,4 +1,5 @@
-pragma ComponentBehavior: Bound
+// Not bound: the sheet makes its content after it was made itself, where a bound component of
+// the file may not be instantiated.
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -81,80 +82,80 @@ Popup {
                 }
             }
         }
+
+        Component {
+            id: picture
+            Image {
+                objectName: "previewImage"
+                source: sheet.url
+                fillMode: Image.PreserveAspectFit
+                asynchronous: true
+                autoTransform: true
+            }
+        }
+
+        Component {
+            id: textView
+            ScrollView {
+                objectName: "previewText"
+                TextArea {
+                    readOnly: true
+                    selectByMouse: true
+                    wrapMode: TextEdit.Wrap
+                    textFormat: sheet.kind === FilePreview.Kind.markdown ? TextEdit.MarkdownText : TextEdit.PlainText
+                    text: FilePreview.text(sheet.url)
+                    font.family: sheet.kind === FilePreview.Kind.markdown ? Qt.application.font.family : "monospace"
+                    font.pixelSize: 13
+                    color: Theme.primaryText
+                    padding: 16
+                    background: null
+                }
+            }
+        }
+
+        Component {
+            id: pdf
+            PdfMultiPageView {
+                objectName: "previewPdf"
+                document: PdfDocument {
+                    source: sheet.url
+                }
+            }
+        }
+
+        Component {
+            id: other
+            Item {
+                objectName: "previewOther"
+                ColumnLayout {
+                    anchors.centerIn: parent
+                    spacing: 12
+                    Symbol {
+                        name: "doc"
+                        size: 48
+                        color: Theme.secondaryText
+                        Layout.alignment: Qt.AlignHCenter
+                    }
+                    Label {
+                        text: sheet.fileName
+                        color: Theme.primaryText
+                        font.pixelSize: 13
+                        Layout.alignment: Qt.AlignHCenter
+                    }
+                    Button {
+                        objectName: "previewOpenButton"
+                        text: "Open"
+                        onClicked: Qt.openUrlExternally(sheet.url)
+                        Layout.alignment: Qt.AlignHCenter
+                    }
+                }
+            }
+        }
     }
 
     Shortcut {
         enabled: sheet.opened
         sequences: ["Return", "Enter"]
         onActivated: sheet.close()
-    }
-
-    Component {
-        id: picture
-        Image {
-            objectName: "previewImage"
-            source: sheet.url
-            fillMode: Image.PreserveAspectFit
-            asynchronous: true
-            autoTransform: true
-        }
-    }
-
-    Component {
-        id: textView
-        ScrollView {
-            objectName: "previewText"
-            TextArea {
-                readOnly: true
-                selectByMouse: true
-                wrapMode: TextEdit.Wrap
-                textFormat: sheet.kind === FilePreview.Kind.markdown ? TextEdit.MarkdownText : TextEdit.PlainText
-                text: FilePreview.text(sheet.url)
-                font.family: sheet.kind === FilePreview.Kind.markdown ? Qt.application.font.family : "monospace"
-                font.pixelSize: 13
-                color: Theme.primaryText
-                padding: 16
-                background: null
-            }
-        }
-    }
-
-    Component {
-        id: pdf
-        PdfMultiPageView {
-            objectName: "previewPdf"
-            document: PdfDocument {
-                source: sheet.url
-            }
-        }
-    }
-
-    Component {
-        id: other
-        Item {
-            objectName: "previewOther"
-            ColumnLayout {
-                anchors.centerIn: parent
-                spacing: 12
-                Symbol {
-                    name: "doc"
-                    size: 48
-                    color: Theme.secondaryText
-                    Layout.alignment: Qt.AlignHCenter
-                }
-                Label {
-                    text: sheet.fileName
-                    color: Theme.primaryText
-                    font.pixelSize: 13
-                    Layout.alignment: Qt.AlignHCenter
-                }
-                Button {
-                    objectName: "previewOpenButton"
-                    text: "Open"
-                    onClicked: Qt.openUrlExternally(sheet.url)
-                    Layout.alignment: Qt.AlignHCenter
-                }
-            }
-        }
     }
 }
