@@ -1,8 +1,10 @@
 #include "InstanceLock.h"
 
 #include "InstanceLockError.h"
+#include "ReadOnlyDatabaseError.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
@@ -23,8 +25,13 @@ QString lastSystemError()
 std::optional<InstanceLock> InstanceLock::take(const QString &path)
 {
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (descriptor < 0)
+    if (descriptor < 0) {
+        // A folder that refuses a new file is said to be read-only, as it would be by the database
+        // that cannot make its journal there: the user has one thing to fix, whichever meets it first.
+        if (errno == EACCES || errno == EROFS)
+            throw ReadOnlyDatabaseError(ReadOnlyDatabaseError::FolderReadOnly{QFileInfo(path).absolutePath()});
         throw InstanceLockError(InstanceLockError::Unusable{path, lastSystemError()});
+    }
     // Held per open file, so a second open in this very process is refused like another process.
     if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
         const int failure = errno;

@@ -54,10 +54,18 @@ Item {
 
     Component {
         id: boardPlace
-        BoardView {
-            objectName: "boardPlace"
-            board: root.app.board
-            timer: root.app.timer
+        SplitView {
+            BoardView {
+                objectName: "boardPlace"
+                board: root.app.board
+                timer: root.app.timer
+                SplitView.fillWidth: true
+            }
+            CardDetailColumn {
+                app: root.app
+                SplitView.minimumWidth: 280
+                SplitView.preferredWidth: 340
+            }
         }
     }
 }

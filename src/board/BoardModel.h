@@ -188,6 +188,13 @@ public:
     Q_INVOKABLE void requestDeleteProject(const QString &id);
     Q_INVOKABLE void requestRecolorTag(const QString &id, const QString &color);
     Q_INVOKABLE void requestDeleteTag(const QString &id);
+    // For the detail pane; see BoardModelForDetail.cpp. The card as the pane edits it: the face
+    // and the stored title and goal, empty where absent.
+    Q_INVOKABLE [[nodiscard]] QVariantMap cardDetail(const QString &cardID) const;
+    // An empty or blank text clears the title or the goal; an invalid date clears the deadline.
+    Q_INVOKABLE void requestSetTitle(const QString &cardID, const QString &title);
+    Q_INVOKABLE void requestSetGoal(const QString &cardID, const QString &goal);
+    Q_INVOKABLE void requestSetDeadline(const QString &cardID, const QDateTime &deadline);
     // A card dragged on this board and let go at a place of a column.
     Q_INVOKABLE void requestCardDrop(const QString &cardID, int status, int position, const QString &laneKind,
                                      const QString &laneProjectID);

@@ -34,7 +34,7 @@ Control {
         Text {
             objectName: "runningSessionText"
             Layout.fillWidth: true
-            text: "Tracking · " + Durations.clockText(session.elapsed)
+            text: "Tracking · " + SessionTimeText.clock(session.elapsed)
             elide: Text.ElideRight
             font.pointSize: 11.5 * 0.75
             font.weight: Font.DemiBold

@@ -93,11 +93,10 @@ Task<> CardDetailModel::promote(FolderEntry entry)
     }
     m_namesBeingPromoted.insert(entry.name);
     try {
-        item.sortOrder = co_await database->nextChecklistOrder(cardID);
         item.id = newIdentifier();
         item.cardID = cardID;
         item.displayName = entry.name;
-        co_await database->insertChecklistItem(item);
+        co_await database->appendChecklistItem(item);
         const QList<ChecklistItem> items = co_await database->checklistItems(cardID);
         if (self)
             setItems(items);

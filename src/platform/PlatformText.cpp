@@ -63,6 +63,16 @@ QString PlatformText::openInFileManager()
     return u"Open in File Manager"_s;
 }
 
+QString PlatformText::revealInFileManager()
+{
+    return u"Reveal in File Manager"_s;
+}
+
+QString PlatformText::saveShortcut()
+{
+    return u"Ctrl+Return"_s;
+}
+
 QString PlatformText::emptyColumnHint()
 {
     return u"Drag a folder here, or press Ctrl+O."_s;

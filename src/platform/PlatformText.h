@@ -35,6 +35,12 @@ QString pendingFileDropMessage();
 // The action that shows a card's folder in the file manager.
 QString openInFileManager();
 
+// The action that shows one file in the file manager.
+QString revealInFileManager();
+
+// The key that saves a sheet's text, as a key sequence.
+QString saveShortcut();
+
 // What the empty first column suggests.
 QString emptyColumnHint();
 

@@ -16,3 +16,13 @@ QString PlatformWords::addFolderHelp()
 {
     return PlatformText::addFolderHelp();
 }
+
+QString PlatformWords::revealInFileManager()
+{
+    return PlatformText::revealInFileManager();
+}
+
+QString PlatformWords::saveShortcut()
+{
+    return PlatformText::saveShortcut();
+}

@@ -11,6 +11,8 @@ class PlatformWords : public QObject {
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(QString openInFileManager READ openInFileManager CONSTANT)
+    Q_PROPERTY(QString revealInFileManager READ revealInFileManager CONSTANT)
+    Q_PROPERTY(QString saveShortcut READ saveShortcut CONSTANT)
     Q_PROPERTY(QString emptyColumnHint READ emptyColumnHint CONSTANT)
     Q_PROPERTY(QString addFolderHelp READ addFolderHelp CONSTANT)
 
@@ -18,6 +20,8 @@ public:
     using QObject::QObject;
 
     [[nodiscard]] static QString openInFileManager();
+    [[nodiscard]] static QString revealInFileManager();
+    [[nodiscard]] static QString saveShortcut();
     [[nodiscard]] static QString emptyColumnHint();
     [[nodiscard]] static QString addFolderHelp();
 };

@@ -3,6 +3,7 @@
 #include "Await.h"
 #include "BoardFixture.h"
 #include "DesktopColorScheme.h"
+#include "FolderHandoff.h"
 #include "FolderSandbox.h"
 #include "QmlWarningGuard.h"
 #include "SceneItems.h"
@@ -42,7 +43,7 @@ protected:
         m_model = std::make_unique<AppModel>(
             AppGroupSources{u"io.quillmere.Velto"_s, environment, m_sandbox.path(u"home"_s)},
             std::make_shared<QSettings>(m_sandbox.path(u"defaults.ini"_s), QSettings::IniFormat), m_picker);
-        m_model->handOverFolders(folders);
+        m_model->handOver(FolderHandoff{folders, std::nullopt});
         m_engine.addImportPath(u"qrc:/qt/qml"_s);
         m_engine.setInitialProperties(
             {{u"app"_s, QVariant::fromValue(m_model.get())}, {u"appearance"_s, QVariant::fromValue(&m_appearance)}});

@@ -66,9 +66,7 @@ protected:
         item.cardID = card.id;
         item.bookmark = SecurityScopedBookmark::create(sandbox().url(card.displayName + u'/' + file));
         item.displayName = file;
-        item.sortOrder = await(m_database->nextChecklistOrder(card.id));
-        await(m_database->insertChecklistItem(item));
-        return item;
+        return await(m_database->appendChecklistItem(item));
     }
 
     TimeSession addSession(const Card &card, double start, std::optional<double> end)
