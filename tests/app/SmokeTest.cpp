@@ -8,7 +8,9 @@
 #include "QmlWarningGuard.h"
 #include "SceneItems.h"
 
+#include <QClipboard>
 #include <QDirIterator>
+#include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQmlProperty>
@@ -280,6 +282,55 @@ TEST_F(SmokeTest, TheBarsButtonsAddFoldersAndSwitchTheView)
         QTest::mouseMove(m_window, from + (to - from) * step / 10, 20);
     QTest::mouseRelease(m_window, Qt::LeftButton, {}, to, 20);
     EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Indigo"_s).status == CardStatus::inProgress; }, 3000));
+}
+
+// The card's pane: opened by a click, each field set through it, a file promoted and ticked, the
+// briefing copied, and closed again.
+TEST_F(SmokeTest, ThePaneOfACardSetsEachFieldAndCopiesTheBriefing)
+{
+    m_sandbox.makeFile(u"work/Atlas/notes.md"_s);
+    click(cellOf(u"Atlas"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return named(u"cardDetailView"_s) != nullptr; }, 3000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return named(u"folderEntryRow"_s) != nullptr; }, 3000));
+
+    click(named(u"titleField"_s));
+    for (const QChar letter : u"Draft"_s)
+        QTest::keyClick(m_window, letter.toLatin1());
+    QTest::keyClick(m_window, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).title == u"Draft"_s; }, 3000));
+
+    click(named(u"editGoalLink"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return named(u"markdownEditor"_s) != nullptr && named(u"markdownEditor"_s)->isVisible(); }, 3000));
+    click(named(u"markdownEditor"_s));
+    for (const QChar letter : u"Ship"_s)
+        QTest::keyClick(m_window, letter.toLatin1());
+    QTest::keyClick(m_window, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).goal == u"Ship"_s; }, 3000));
+
+    click(named(u"newTagField"_s));
+    for (const QChar letter : u"urgent"_s)
+        QTest::keyClick(m_window, letter.toLatin1());
+    click(named(u"addTagButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().tagLinks()).value(stored(u"Atlas"_s).id).size() == 1; }, 3000));
+
+    click(named(u"addDeadlineLink"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).deadline.has_value(); }, 3000));
+
+    click(named(u"folderEntryRow"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().checklistItems(stored(u"Atlas"_s).id)).size() == 1; }, 3000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return named(u"tickButton"_s) != nullptr; }, 3000));
+    click(named(u"tickButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const auto items = await(database().checklistItems(stored(u"Atlas"_s).id));
+        return items.size() == 1 && items.first().isDone;
+    }, 3000));
+
+    QGuiApplication::clipboard()->clear();
+    click(named(u"briefingButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QGuiApplication::clipboard()->text().contains(u"Ship"_s); }, 3000));
+
+    click(named(u"closeDetailButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->selectedCardID().has_value(); }, 3000));
 }
 
 // Every view of the module compiles and finds every module it imports on this machine.
