@@ -48,14 +48,10 @@ Task<> BoardModel::copyBriefing(Card card)
 {
     QPointer<BoardModel> self(this);
     const auto database = m_services.database;
-    auto resolveCard = [card] { return CardResolution::resolve(card); };
-    const CardResolution resolution = co_await onThreadPool(resolveCard);
-    if (!self)
+    const std::optional<CardResolution> found = co_await resolveAndKeep(card);
+    if (!found)
         co_return;
-    // The verdict also refreshes the card's face; the next reload decides what is stored.
-    QHash<QString, CardResolution> resolutions = m_resolutions;
-    resolutions.insert(card.id, resolution);
-    setResolutions(resolutions);
+    const CardResolution &resolution = *found;
 
     CardBriefing::Input input;
     input.card = card;

@@ -659,17 +659,28 @@ Task<> BoardModel::locate(Card card)
         co_await reload();
 }
 
+Task<std::optional<CardResolution>> BoardModel::resolveAndKeep(Card card)
+{
+    QPointer<BoardModel> self(this);
+    auto resolveCard = [card] { return CardResolution::resolve(card); };
+    const CardResolution resolution = co_await onThreadPool(resolveCard);
+    if (!self)
+        co_return std::nullopt;
+    // The verdict also refreshes the card's face; the next reload decides what is stored.
+    QHash<QString, CardResolution> resolutions = m_resolutions;
+    resolutions.insert(card.id, resolution);
+    setResolutions(resolutions);
+    co_return resolution;
+}
+
 Task<> BoardModel::openInFinder(Card card)
 {
     QPointer<BoardModel> self(this);
     const auto database = m_services.database;
-    auto resolveCard = [card] { return CardResolution::resolve(card); };
-    const CardResolution resolution = co_await onThreadPool(resolveCard);
-    if (!self)
+    const std::optional<CardResolution> found = co_await resolveAndKeep(card);
+    if (!found)
         co_return;
-    QHash<QString, CardResolution> resolutions = m_resolutions;
-    resolutions.insert(card.id, resolution);
-    setResolutions(resolutions);
+    const CardResolution &resolution = *found;
 
     if (resolution.locationURL) {
         bool shown = false;

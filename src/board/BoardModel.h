@@ -282,6 +282,9 @@ private:
     void setErrorMessage(const std::optional<QString> &message);
     void setBriefingCopiedAt(const std::optional<VeltoDate> &copiedAt);
     void reportFailure(const std::exception &failure);
+    // Resolves the card's folder off this thread and keeps the verdict; absent when the board
+    // went away meanwhile.
+    Task<std::optional<CardResolution>> resolveAndKeep(Card card);
 
     [[nodiscard]] Mode qmlMode() const { return Mode(int(m_mode)); }
     void setQmlMode(Mode mode) { setMode(BoardMode(int(mode))); }

@@ -24,8 +24,9 @@ protected:
         EXPECT_TRUE(board().briefingCopiedAt() && *board().briefingCopiedAt() >= before);
         QClipboard *clipboard = QGuiApplication::clipboard();
         const QString text = clipboard->text(QClipboard::Clipboard);
-        if (clipboard->supportsSelection())
+        if (clipboard->supportsSelection()) {
             EXPECT_EQ(clipboard->text(QClipboard::Selection), text);
+        }
         return text;
     }
 };

@@ -40,8 +40,9 @@ TEST(FileManagerRevealTest, TheFileManagerShowsTheFolderOrTheDesktopOpensTheOneA
             }));
         EXPECT_EQ(shown, c.shown);
         EXPECT_EQ(fallbackAsked, c.fallbackAsked);
-        if (fileManager)
+        if (fileManager) {
             EXPECT_EQ(fileManager->shown, QStringList{folder.toString()});
+        }
     }
 }
 
