@@ -55,16 +55,20 @@ Item {
     Component {
         id: boardPlace
         SplitView {
+            id: split
             BoardView {
                 objectName: "boardPlace"
                 board: root.app.board
                 timer: root.app.timer
                 SplitView.fillWidth: true
+                // The bar above the board needs this much to show all of its controls.
+                SplitView.minimumWidth: 620
             }
             CardDetailColumn {
                 app: root.app
                 SplitView.minimumWidth: 280
-                SplitView.preferredWidth: 340
+                // Narrower, down to its minimum, where the window leaves the board no more.
+                SplitView.preferredWidth: Math.max(280, Math.min(340, split.width - 620))
             }
         }
     }

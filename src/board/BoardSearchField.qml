@@ -8,6 +8,8 @@ Rectangle {
     id: field
 
     required property BoardModel model
+    // The width of the text itself; the bar narrows it when the window is narrow.
+    property real textWidth: 190
 
     implicitWidth: content.implicitWidth + 20
     implicitHeight: content.implicitHeight + 10
@@ -32,7 +34,7 @@ Rectangle {
             id: input
             objectName: "searchField"
             anchors.verticalCenter: parent.verticalCenter
-            width: 190
+            width: field.textWidth
             padding: 0
             background: null
             placeholderText: "Search folders"

@@ -38,6 +38,8 @@ Rectangle {
 
             BoardSearchField {
                 model: bar.model
+                // Narrower, down to a point, rather than pushing "Add Folder" out of a narrow bar.
+                textWidth: Math.max(100, Math.min(190, bar.width - 530))
             }
 
             FilterMenuButton {
