@@ -4,9 +4,10 @@
 #include "DesktopFolderPicker.h"
 #include "FileManagerReveal.h"
 #include "InstanceLockError.h"
+#include "VeltoAppDelegate.h"
 
+#include <QCoreApplication>
 #include <QDir>
-
 #include <QPointer>
 
 #include <exception>
@@ -88,6 +89,7 @@ Task<> AppModel::start()
     setTimer(std::make_unique<TimerModel>(*m_services, m_focus));
     setBoard(std::make_unique<BoardModel>(*m_services, m_timer.get(), m_picker,
                                           [](const QUrl &url) { return revealInFileManager(url); }));
+    wireApplicationDelegate();
     setStartup(Startup::ready());
 
     // The board appears at once and fills in when its first load ends.
@@ -164,6 +166,22 @@ Task<> AppModel::addHandedOverFolders()
     // After the adding, whose reload would clear the banner.
     if (self && refusal && m_board)
         m_board->showMessage(*refusal);
+}
+
+void AppModel::wireApplicationDelegate()
+{
+    VeltoAppDelegate *delegate = VeltoAppDelegate::of(QCoreApplication::instance());
+    if (delegate == nullptr)
+        return;
+    const QPointer<AppModel> weak(this);
+    delegate->setHooks([weak] { return weak && weak->m_timer && weak->m_timer->hasRunningSession(); },
+                       [weak] { return stopTimerOf(weak); });
+}
+
+Task<> AppModel::stopTimerOf(QPointer<AppModel> app)
+{
+    if (app && app->m_timer)
+        co_await app->m_timer->stopSilently();
 }
 
 void AppModel::requestStart()

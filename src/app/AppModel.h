@@ -11,6 +11,7 @@
 #include "VeltoServices.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QSettings>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -101,6 +102,9 @@ private:
     void setTimer(std::unique_ptr<TimerModel> timer);
     void setBoard(std::unique_ptr<BoardModel> board);
     Task<> addHandedOverFolders();
+    // Gives the application's delegate its two hooks, which hold this model weakly.
+    void wireApplicationDelegate();
+    static Task<> stopTimerOf(QPointer<AppModel> app);
     // Throws InstanceLockError when another holds the container's lock, or it can't be taken.
     void lockContainer(const AppGroupContainer &container);
 

@@ -4,6 +4,7 @@
 #include "FolderHandoff.h"
 #include "AppearanceSetting.h"
 #include "DesktopColorScheme.h"
+#include "VeltoAppDelegate.h"
 
 #include <QApplication>
 #include <QDir>
@@ -53,6 +54,13 @@ int main(int argc, char **argv)
     QApplication::setOrganizationName(u"Quillmere"_s);
     QApplication::setOrganizationDomain(u"quillmere.io"_s);
     QQuickStyle::setStyle(u"Fusion"_s);
+
+    // Made before the model, so that start-up finds it and hands it its hooks; a quit, a closed
+    // window, SIGTERM or a system sleep then close a running session first.
+    auto *delegate = new VeltoAppDelegate({}, TimerClock::system().sleep, &application);
+    delegate->watchQuitEvents(&application);
+    delegate->watchTerminationSignals();
+    delegate->watchSystemSleep(QDBusConnection::systemBus());
 
     AppModel appModel;
     const QStringList given = QApplication::arguments().mid(1);

@@ -3,6 +3,7 @@
 #include "FolderHandoff.h"
 #include "PermissionBitsEnforced.h"
 #include "SQLiteConnection.h"
+#include "VeltoAppDelegate.h"
 
 #include <QDir>
 #include <QFile>
@@ -201,6 +202,38 @@ TEST_F(AppModelTest, FoldersHandedOverWaitForTheFirstLoad)
     ASSERT_TRUE(QDir().mkpath(other));
     app->handOver({{QUrl::fromLocalFile(other)}, std::nullopt});
     EXPECT_TRUE(QTest::qWaitFor([&] { return app->board()->cards().size() == 2; }, 5000));
+}
+
+// Start-up hands the delegate hooks that see the running session and close it; before that, and
+// once the model is gone, a quit is immediate.
+TEST_F(AppModelTest, StartupWiresTheDelegatesHooks)
+{
+    int quits = 0;
+    auto *delegate = new VeltoAppDelegate([&] { ++quits; }, VeltoAppDelegate::Sleep(), QCoreApplication::instance());
+    const std::unique_ptr<VeltoAppDelegate> owned(delegate);
+    await(model()->start());
+    writer()->execute(uR"(
+        INSERT INTO cards (id, bookmark, display_path, display_name, status, priority, sort_order, created_at,
+                           status_changed_at)
+        VALUES ('C1', x'', '/home/ada/Thesis', 'Thesis', 'in_progress', 'now', 1.0, 0, 0);
+        INSERT INTO time_sessions (id, card_id, started_at, source) VALUES ('E1', 'C1', 1700000000, 'manual');
+    )"_s);
+    auto app = model();
+    EXPECT_FALSE(delegate->hasRunningTimer());
+    await(app->start());
+    ASSERT_TRUE(app->timer()->hasRunningSession());
+    EXPECT_TRUE(delegate->hasRunningTimer());
+
+    // No watchdog clock was given: the stop must finish by itself.
+    await(delegate->stopRunningTimer());
+    EXPECT_FALSE(app->timer()->hasRunningSession());
+    EXPECT_EQ(writer()->queryInt(u"SELECT COUNT(*) FROM time_sessions WHERE ended_at IS NULL"_s), 0);
+
+    app.reset();
+    EXPECT_FALSE(delegate->hasRunningTimer());
+    await(delegate->stopRunningTimer());
+    delegate->requestQuit();
+    EXPECT_EQ(quits, 1);
 }
 
 TEST(FolderHandoffTest, TakesFoldersOnlyAndSaysWhyWhenThereAreNone)
