@@ -4,6 +4,7 @@
 #include "FolderHandoff.h"
 #include "AppearanceSetting.h"
 #include "DesktopColorScheme.h"
+#include "TimerTray.h"
 #include "VeltoAppDelegate.h"
 
 #include <QApplication>
@@ -85,6 +86,12 @@ int main(int argc, char **argv)
     // there, in the user's words.
     if (!given.isEmpty())
         appModel.handOver(FolderHandoff::fromArguments(given, QDir::currentPath()));
+    // The timer in the tray follows the models as start-up builds them.
+    TimerTray tray;
+    const auto followModels = [&] { tray.setModels(appModel.timer(), appModel.board()); };
+    QObject::connect(&appModel, &AppModel::timerChanged, &tray, followModels);
+    QObject::connect(&appModel, &AppModel::boardChanged, &tray, followModels);
+    QObject::connect(&tray, &TimerTray::showRequested, &appModel, &AppModel::activationRequested);
     DesktopColorScheme desktopColorScheme;
     AppearanceSetting appearance(std::make_shared<QSettings>(), &desktopColorScheme);
 
