@@ -46,6 +46,11 @@ ApplicationWindow {
         }
     }
 
+    FocusPanel {
+        timer: window.app.timer
+        settings: window.app.focus
+    }
+
     RootView {
         anchors.fill: parent
         app: window.app

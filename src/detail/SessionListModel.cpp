@@ -1,5 +1,7 @@
 #include "SessionListModel.h"
 
+#include "TimeAggregation.h"
+
 #include <QDateTime>
 
 void SessionListModel::setSessions(const QList<TimeSession> &sessions)
@@ -30,6 +32,8 @@ QVariant SessionListModel::data(const QModelIndex &index, int role) const
     case DurationSecondsRole:
         return session.endedAt ? session.endedAt->secondsSinceReferenceDate() - session.startedAt.secondsSinceReferenceDate()
                                : 0.0;
+    case MetTargetRole:
+        return TimeAggregation::metTarget(session);
     default:
         return {};
     }
@@ -41,5 +45,6 @@ QHash<int, QByteArray> SessionListModel::roleNames() const
             {StartedAtRole, "startedAt"},
             {EndedAtRole, "endedAt"},
             {IsRunningRole, "isRunning"},
-            {DurationSecondsRole, "durationSeconds"}};
+            {DurationSecondsRole, "durationSeconds"},
+            {MetTargetRole, "metTarget"}};
 }

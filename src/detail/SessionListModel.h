@@ -12,7 +12,7 @@ class SessionListModel : public RecordListModel {
     QML_UNCREATABLE("A CardDetailModel holds the sessions")
 
 public:
-    enum Role { SessionIDRole = Qt::UserRole + 1, StartedAtRole, EndedAtRole, IsRunningRole, DurationSecondsRole };
+    enum Role { SessionIDRole = Qt::UserRole + 1, StartedAtRole, EndedAtRole, IsRunningRole, DurationSecondsRole, MetTargetRole };
     Q_ENUM(Role)
 
     using RecordListModel::RecordListModel;

@@ -13,3 +13,7 @@ inline constexpr std::array allMoods{Mood::deep, Mood::focused, Mood::ok, Mood::
 
 [[nodiscard]] std::optional<Mood> moodFromRawValue(const QString &raw);
 [[nodiscard]] QString rawValue(Mood mood);
+// The word the rating shows for the mood.
+[[nodiscard]] QString label(Mood mood);
+// The symbol the rating shows beside the word.
+[[nodiscard]] QString symbol(Mood mood);

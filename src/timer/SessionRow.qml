@@ -14,6 +14,7 @@ ColumnLayout {
     required property date endedAt
     required property bool isRunning
     required property real durationSeconds
+    required property bool metTarget
 
     signal editRequested()
     signal deleteRequested()
@@ -32,6 +33,18 @@ ColumnLayout {
             font.pixelSize: 12
             color: Theme.primaryText
             Layout.fillWidth: true
+        }
+        Symbol {
+            objectName: "sessionMetTarget"
+            visible: row.metTarget
+            name: "checkmark.circle.fill"
+            size: 11
+            color: Theme.accent
+            ToolTip.text: "Met its target"
+            ToolTip.visible: metTargetHover.hovered
+            HoverHandler {
+                id: metTargetHover
+            }
         }
         Label {
             objectName: "sessionLength"

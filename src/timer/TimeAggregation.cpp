@@ -155,4 +155,12 @@ QString clockText(double seconds)
     return u"%1:%2"_s.arg(minutes).arg(rest, 2, 10, QLatin1Char('0'));
 }
 
+bool metTarget(const TimeSession &session)
+{
+    if (!session.endedAt || !session.targetSeconds)
+        return false;
+    return session.endedAt->secondsSinceReferenceDate() - session.startedAt.secondsSinceReferenceDate() >=
+           double(*session.targetSeconds);
+}
+
 } // namespace TimeAggregation

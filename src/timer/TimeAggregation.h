@@ -61,4 +61,8 @@ using ProjectByCard = QHash<QString, std::optional<QString>>;
 // nor wrapped at a day; a negative one reads "0:00". The seconds must be finite.
 [[nodiscard]] QString clockText(double seconds);
 
+// Whether a finished session lasted at least its own target; a running one, or one without a
+// target, has not met it.
+[[nodiscard]] bool metTarget(const TimeSession &session);
+
 } // namespace TimeAggregation

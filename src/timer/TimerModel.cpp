@@ -133,6 +133,27 @@ Task<> TimerModel::stopSilently()
     clearRunning();
 }
 
+Task<> TimerModel::rate(QString sessionID, std::optional<Mood> mood)
+{
+    QPointer<TimerModel> self(this);
+    const auto database = m_services.database;
+    const TimeSession *rated = presentedSession();
+    if (mood && rated && rated->id == sessionID && presentationKind() == PresentationKind::Rating) {
+        TimeSession session = *rated;
+        session.mood = mood;
+        try {
+            co_await database->updateSession(session, true);
+        } catch (const std::exception &failure) {
+            if (self)
+                self->setErrorMessage(describe(failure));
+            co_return;
+        }
+        if (!self)
+            co_return;
+    }
+    apply(FocusPresentation::RatingResolved{sessionID});
+}
+
 Task<> TimerModel::reload()
 {
     QPointer<TimerModel> self(this);
@@ -206,6 +227,11 @@ void TimerModel::requestStopSilently()
 void TimerModel::requestReload()
 {
     reload();
+}
+
+void TimerModel::requestRate(const QString &sessionID, const QString &mood)
+{
+    rate(sessionID, moodFromRawValue(mood));
 }
 
 Task<> TimerModel::tick(QPointer<TimerModel> model, std::shared_ptr<Ticker> ticker)

@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 #include <coroutine>
@@ -28,8 +29,19 @@ class TimerModel : public QObject {
     Q_PROPERTY(QString runningCardName READ runningCardNameText NOTIFY runningCardNameChanged)
     Q_PROPERTY(double elapsed READ elapsed NOTIFY elapsedChanged)
     Q_PROPERTY(QString errorMessage READ errorMessageText NOTIFY errorMessageChanged)
+    // The session the focus panel shows, running or waiting for its rating; see TimerModelForPanel.cpp.
+    Q_PROPERTY(PresentationKind presentationKind READ presentationKind NOTIFY presentationChanged)
+    Q_PROPERTY(QString presentedSessionID READ presentedSessionID NOTIFY presentationChanged)
+    Q_PROPERTY(double presentedTargetSeconds READ presentedTargetSeconds NOTIFY presentationChanged)
+    Q_PROPERTY(double presentedLengthSeconds READ presentedLengthSeconds NOTIFY presentationChanged)
+    Q_PROPERTY(bool presentedMetTarget READ presentedMetTarget NOTIFY presentationChanged)
+    // Each mood as a map of `raw`, `label` and `symbol`, in the order the rating offers them.
+    Q_PROPERTY(QVariantList moods READ moods CONSTANT)
 
 public:
+    enum class PresentationKind { Hidden, Running, Rating };
+    Q_ENUM(PresentationKind)
+
     TimerModel(VeltoServices services, std::shared_ptr<FocusSettings> focus, TimerClock clock = TimerClock::system(),
                QObject *parent = nullptr);
     ~TimerModel() override;
@@ -52,6 +64,9 @@ public:
     Task<> start(Card card);
     Task<std::optional<TimeSession>> stop(bool rate);
     Task<> stopSilently();
+    // Ends the prompt for the rating of `sessionID`, storing `mood` first when there is one. A
+    // failure to store keeps the prompt up, with the reason in errorMessage.
+    Task<> rate(QString sessionID, std::optional<Mood> mood);
     // Adopts the session left open at launch, which goes on counting from its old start.
     Task<> reload();
 
@@ -63,6 +78,15 @@ public:
     Q_INVOKABLE void requestStop(bool rate);
     Q_INVOKABLE void requestStopSilently();
     Q_INVOKABLE void requestReload();
+    // An empty `mood` skips the rating.
+    Q_INVOKABLE void requestRate(const QString &sessionID, const QString &mood);
+
+    [[nodiscard]] PresentationKind presentationKind() const;
+    [[nodiscard]] QString presentedSessionID() const;
+    [[nodiscard]] double presentedTargetSeconds() const;
+    [[nodiscard]] double presentedLengthSeconds() const;
+    [[nodiscard]] bool presentedMetTarget() const;
+    [[nodiscard]] static QVariantList moods();
 
 signals:
     void runningChanged();
@@ -92,6 +116,7 @@ private:
     void apply(const FocusPresentation::Event &event);
 
     [[nodiscard]] double elapsedSince(VeltoDate start) const;
+    [[nodiscard]] const TimeSession *presentedSession() const;
     void restartTicker();
     void cancelTicker();
     void clearRunning();
