@@ -1,5 +1,6 @@
 #include "AppModel.h"
 
+#include "AppGroupError.h"
 #include "AssignIfChanged.h"
 #include "DesktopFolderPicker.h"
 #include "FileManagerReveal.h"
@@ -7,8 +8,11 @@
 #include "VeltoAppDelegate.h"
 
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QPointer>
+#include <QUrl>
 
 #include <exception>
 
@@ -20,6 +24,25 @@ AppModel::AppModel(AppGroupSources sources, std::shared_ptr<QSettings> defaults,
       m_focus(std::make_shared<FocusSettings>(defaults ? std::move(defaults) : std::make_shared<QSettings>())),
       m_picker(picker ? std::move(picker) : std::make_shared<DesktopFolderPicker>())
 {
+    // Without a usable identifier there is no data folder to judge; start-up says why.
+    try {
+        m_dataFolder = AppGroupContainer::resolve(m_sources).path;
+    } catch (const AppGroupError &) {
+        return;
+    }
+    m_installLocation =
+        InstallLocation::verdict(m_dataFolder, InstallLocation::isOnReadOnlyVolume(m_dataFolder));
+}
+
+void AppModel::revealDataFolder() const
+{
+    if (m_dataFolder.isEmpty())
+        return;
+    // The folder that holds it, or the nearest one above that exists.
+    QString shown = QFileInfo(m_dataFolder).path();
+    while (!QFileInfo::exists(shown) && QFileInfo(shown).path() != shown)
+        shown = QFileInfo(shown).path();
+    QDesktopServices::openUrl(QUrl::fromLocalFile(shown));
 }
 
 AppModel::~AppModel() = default;

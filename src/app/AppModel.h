@@ -5,6 +5,7 @@
 #include "FocusSettings.h"
 #include "FolderHandoff.h"
 #include "FolderPicker.h"
+#include "InstallLocation.h"
 #include "InstanceLock.h"
 #include "Task.h"
 #include "TimerModel.h"
@@ -31,6 +32,8 @@ class AppModel : public QObject {
     Q_PROPERTY(TimerModel *timer READ timer NOTIFY timerChanged)
     Q_PROPERTY(FocusSettings *focus READ focus CONSTANT)
     Q_PROPERTY(BoardModel *board READ board NOTIFY boardChanged)
+    Q_PROPERTY(InstallLocation::Verdict installLocation READ installLocation CONSTANT)
+    Q_PROPERTY(QString dataFolder READ dataFolder CONSTANT)
 
 public:
     enum class StartupKind { Starting, Failed, Ready };
@@ -61,6 +64,11 @@ public:
     [[nodiscard]] BoardModel *board() const { return m_board.get(); }
     // Made once with the model and never replaced, so it outlives every retry.
     [[nodiscard]] FocusSettings *focus() const { return m_focus.get(); }
+    // Where the database lives, and whether what is saved there lasts; both taken once, at launch.
+    [[nodiscard]] QString dataFolder() const { return m_dataFolder; }
+    [[nodiscard]] InstallLocation::Verdict installLocation() const { return m_installLocation; }
+    // Shows the data folder in the file manager, or at least the folder that holds it.
+    Q_INVOKABLE void revealDataFolder() const;
 
     // Never fails towards the caller: every failure lands in startup. Idempotent once it worked.
     Task<> start();
@@ -109,6 +117,8 @@ private:
     void lockContainer(const AppGroupContainer &container);
 
     AppGroupSources m_sources;
+    QString m_dataFolder;
+    InstallLocation::Verdict m_installLocation = InstallLocation::Verdict::Ok;
     Startup m_startup;
     std::optional<VeltoServices> m_services;
     std::shared_ptr<FocusSettings> m_focus;

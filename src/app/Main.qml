@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import Velto
 
-ApplicationWindow {
+VeltoWindow {
     id: window
     required property AppModel app
     required property AppearanceSetting appearance
@@ -13,21 +13,6 @@ ApplicationWindow {
     minimumWidth: 900
     minimumHeight: 460
     visible: true
-    color: Theme.windowBackground
-
-    // The controls draw from the palette, so it takes the theme's colours too; otherwise buttons
-    // and fields would stay light on a dark window.
-    palette.window: Theme.windowBackground
-    palette.windowText: Theme.primaryText
-    palette.base: Theme.controlBackground
-    palette.alternateBase: Theme.secondaryFill
-    palette.text: Theme.primaryText
-    palette.button: Theme.controlBackground
-    palette.buttonText: Theme.primaryText
-    palette.placeholderText: Theme.secondaryText
-    palette.mid: Theme.separator
-    palette.highlight: Theme.accent
-    palette.highlightedText: "#FFFFFF" // white on the accent in both appearances
 
     Binding {
         target: Theme
@@ -49,6 +34,38 @@ ApplicationWindow {
     FocusPanel {
         timer: window.app.timer
         settings: window.app.focus
+    }
+
+    VeltoCommands {
+        id: commands
+        app: window.app
+    }
+
+    menuBar: VeltoMenuBar {
+        commands: commands
+        onSettingsRequested: settingsPlace.open()
+        onShortcutsRequested: shortcutsPlace.open()
+    }
+
+    // The second key a desktop user tries for a refresh.
+    Shortcut {
+        sequence: MenuShortcuts.refreshAlso
+        enabled: commands.canRefresh
+        onActivated: commands.refresh()
+    }
+
+    readonly property WindowPlace settingsPlace: WindowPlace {
+        owner: window
+        properties: ({ app: window.app, appearance: window.appearance })
+        component: Component {
+            SettingsWindow {}
+        }
+    }
+    readonly property WindowPlace shortcutsPlace: WindowPlace {
+        owner: window
+        component: Component {
+            KeyboardShortcutsWindow {}
+        }
     }
 
     RootView {

@@ -14,6 +14,9 @@ Item {
     Loader {
         anchors.fill: parent
         sourceComponent: {
+            // Start-up still goes on behind the gate, so the other windows work as usual.
+            if (root.app.installLocation !== InstallLocation.Ok)
+                return gate
             switch (root.app.startupKind) {
             case AppModel.Ready: return boardPlace
             case AppModel.Failed: return failure
@@ -40,6 +43,16 @@ Item {
                     Layout.alignment: Qt.AlignHCenter
                 }
             }
+        }
+    }
+
+    Component {
+        id: gate
+        InstallLocationGate {
+            objectName: "installLocationGate"
+            verdict: root.app.installLocation
+            dataFolder: root.app.dataFolder
+            onRevealRequested: root.app.revealDataFolder()
         }
     }
 

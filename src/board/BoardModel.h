@@ -235,8 +235,11 @@ public:
     Task<> recolorTag(QString tagID, QString color);
     Task<> deleteTag(QString id);
     Task<> setTagMirrorEnabled(bool enabled);
+    // Starts the switch-over of the tag mirror; tagMirrorSwitched tells when it is over.
+    Q_INVOKABLE void requestSetTagMirrorEnabled(bool enabled);
 
 signals:
+    void tagMirrorSwitched();
     void cardsChanged();
     void projectsChanged();
     void tagsChanged();
@@ -262,6 +265,7 @@ private:
     static Task<> runAfter(QPointer<BoardModel> model, std::shared_ptr<LoadChain> previous,
                            std::shared_ptr<LoadChain> current);
     Task<> load();
+    Task<> switchTagMirror(bool enabled);
     Task<bool> loadSources(const QPointer<BoardModel> &self);
 
     // Waits for a write, then reloads if it worked; a failure is reported and nothing reloads.

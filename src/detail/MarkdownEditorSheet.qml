@@ -48,6 +48,9 @@ Popup {
     }
 
     contentItem: ColumnLayout {
+        // The save key works wherever the focus is in the sheet, not only in the editor.
+        Keys.onShortcutOverride: event => event.accepted = sheet.isSaveKey(event)
+        Keys.onPressed: event => sheet.saveOnKey(event)
         spacing: 0
 
         ColumnLayout {
@@ -94,6 +97,8 @@ Popup {
                 color: Theme.primaryText
                 background: null
                 Keys.onEscapePressed: sheet.close()
+                Keys.onShortcutOverride: event => event.accepted = sheet.isSaveKey(event)
+                Keys.onPressed: event => sheet.saveOnKey(event)
             }
             Label {
                 visible: editor.text === ""
@@ -143,10 +148,16 @@ Popup {
         }
     }
 
-    Shortcut {
-        enabled: sheet.opened
-        sequences: [PlatformWords.saveShortcut, "Ctrl+Enter"]
-        onActivated: sheet.saveAndClose()
+    // The save key is claimed before any shortcut of the window sees it: the window's own command
+    // on the same key must not run, nor leave both undecided.
+    function isSaveKey(event) {
+        return (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && (event.modifiers & Qt.ControlModifier)
+    }
+    function saveOnKey(event) {
+        if (!isSaveKey(event))
+            return
+        event.accepted = true
+        saveAndClose()
     }
     Shortcut {
         enabled: sheet.opened

@@ -75,16 +75,17 @@ QString FinderTagMirror::wantedTag(CardStatus status)
 
 void FinderTagMirror::setShowsBadgesInFinder(bool shows)
 {
-    if (shows == m_showsBadgesInFinder)
-        return;
+    const bool changed = shows != m_showsBadgesInFinder;
     m_showsBadgesInFinder = shows;
     if (m_settings) {
         m_settings->setValue(badgesKey, shows);
         m_settings->sync();
     }
-    // Even with nowhere to store it, the other processes are told to look again.
+    // Even with nowhere to store it, or nothing changed, the other processes are told to look
+    // again: the badge extension redraws on this signal alone.
     m_services.notifier.post();
-    emit showsBadgesInFinderChanged();
+    if (changed)
+        emit showsBadgesInFinderChanged();
 }
 
 Task<void> FinderTagMirror::setEnabled(bool enabled, QList<Card> cards, QHash<QString, CardResolution> resolutions)

@@ -82,3 +82,91 @@ QString PlatformText::addFolderHelp()
 {
     return u"Add a folder to the board (Ctrl+O)"_s;
 }
+
+QString PlatformText::fileManagerSection()
+{
+    return u"File Manager"_s;
+}
+
+QString PlatformText::tagMirrorLabel()
+{
+    return u"Show card status as a file manager tag"_s;
+}
+
+QString PlatformText::badgeLabel()
+{
+    return u"Badge tracked folders in the file manager"_s;
+}
+
+QString PlatformText::badgeExplanation()
+{
+    return u"Shows each folder's status on its icon in the file manager's windows, so a folder carries its "
+           u"column even when you are not looking at the board."_s;
+}
+
+QString PlatformText::extensionOn()
+{
+    return u"File manager extension is on"_s;
+}
+
+QString PlatformText::extensionOff()
+{
+    return u"File manager extension is off — badges will not appear"_s;
+}
+
+QString PlatformText::extensionOnHelp()
+{
+    return u"If badges still do not appear, run `nautilus -q` in a terminal — the file manager caches which "
+           u"extensions it has loaded."_s;
+}
+
+QString PlatformText::extensionOffHelp()
+{
+    return u"Badging runs in an extension of Files, which needs the python3-nautilus package and Velto's "
+           u"extension in Files' extensions folder. Velto's package installs both."_s;
+}
+
+QString PlatformText::actionsHelp()
+{
+    return u"Right-click folders in Files and look under Scripts, or in Dolphin under Actions. Velto's package "
+           u"puts the entry there for everyone."_s;
+}
+
+QString PlatformText::actionsInstallHelp()
+{
+    return u"Running Velto from a build of your own, the button below installs the entry for your account, "
+           u"pointing at this copy of Velto."_s;
+}
+
+QString PlatformText::installActions()
+{
+    return u"Install for This Account"_s;
+}
+
+QString PlatformText::actionsInstalled()
+{
+    return u"Installed for Files and Dolphin"_s;
+}
+
+QString PlatformText::translocatedTitle()
+{
+    return u"Velto is running from a temporary copy"_s;
+}
+
+QString PlatformText::translocatedText()
+{
+    return u"Velto's data folder is inside a temporary copy, so nothing it saves would last.\n\nInstall Velto "
+           u"from its package, then open it from the application launcher."_s;
+}
+
+QString PlatformText::readOnlyVolumeTitle()
+{
+    return u"Velto's data folder is on a read-only volume"_s;
+}
+
+QString PlatformText::readOnlyVolumeText(const QString &dataFolder)
+{
+    return u"Velto keeps its board in “%1”, which is on a read-only volume. Nothing it saves there would "
+           u"survive.\n\nMake that volume writable, or start Velto with XDG_DATA_HOME set to a writable folder, "
+           u"then open it again."_s.arg(dataFolder);
+}

@@ -47,4 +47,32 @@ QString emptyColumnHint();
 // The help of the filter bar's add-folder button.
 QString addFolderHelp();
 
+// The settings section about the file manager.
+QString fileManagerSection();
+
+// The tag mirror's switch.
+QString tagMirrorLabel();
+
+// The badges' switch and what it does.
+QString badgeLabel();
+QString badgeExplanation();
+
+// Whether the badge extension is installed, and what helps either way.
+QString extensionOn();
+QString extensionOff();
+QString extensionOnHelp();
+QString extensionOffHelp();
+
+// Where the add-to-board entry shows in the file managers, and how it gets there.
+QString actionsHelp();
+QString actionsInstallHelp();
+QString installActions();
+QString actionsInstalled();
+
+// The gate shown when saved data would not last.
+QString translocatedTitle();
+QString translocatedText();
+QString readOnlyVolumeTitle();
+QString readOnlyVolumeText(const QString &dataFolder);
+
 } // namespace PlatformText

@@ -2,6 +2,7 @@
 #include "AppearanceSetting.h"
 #include "Await.h"
 #include "DesktopColorScheme.h"
+#include "PlatformText.h"
 
 #include <QFile>
 #include <QQmlApplicationEngine>
@@ -45,11 +46,12 @@ protected:
     AppGroupSources sources() const
     {
         QProcessEnvironment environment;
-        environment.insert(u"XDG_DATA_HOME"_s, m_dir.path());
+        environment.insert(u"XDG_DATA_HOME"_s, m_dataHome);
         return {u"io.quillmere.Velto"_s, environment, m_dir.path()};
     }
 
     QTemporaryDir m_dir;
+    QString m_dataHome = m_dir.path();
     // A connection that never reached a bus: the desktop stays light.
     DesktopColorScheme m_desktop{QDBusConnection(u"no-bus"_s)};
     AppearanceSetting m_appearance{
@@ -90,3 +92,16 @@ TEST_F(RootViewTest, AppearingStartsVeltoAndTheWindowFollowsTheAppearance)
 }
 
 } // namespace
+
+// Where saved data would not last, the gate stands alone in the window; start-up still runs
+// behind it, so the other windows and the tray work as usual.
+TEST_F(RootViewTest, TheGateStandsInPlaceOfTheBoardWhileStartUpGoesOn)
+{
+    m_dataHome = m_dir.filePath(u"AppTranslocation/1234/data"_s);
+    load();
+    ASSERT_TRUE(waitFor(u"installLocationGate"_s));
+    EXPECT_EQ(find(u"gateTitle"_s)->property("text").toString(), PlatformText::translocatedTitle());
+    EXPECT_NE(find(u"gateQuitButton"_s), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_model->startupKind() == AppModel::StartupKind::Ready; }, 5000));
+    EXPECT_EQ(find(u"boardPlace"_s), nullptr);
+}

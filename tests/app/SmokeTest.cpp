@@ -1,160 +1,14 @@
-#include "AppModel.h"
-#include "AppearanceSetting.h"
-#include "Await.h"
-#include "BoardFixture.h"
-#include "DesktopColorScheme.h"
-#include "FolderHandoff.h"
-#include "FolderSandbox.h"
+#include "SmokeFixture.h"
 #include "QmlWarningGuard.h"
-#include "SceneItems.h"
-#include "TimerTray.h"
 
-#include <QClipboard>
 #include <QDirIterator>
-#include <QGuiApplication>
-#include <QMenu>
-#include <QSignalSpy>
-#include <QQmlApplicationEngine>
 #include <QQmlComponent>
-#include <QQmlProperty>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
 
 #include <gtest/gtest.h>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QStringList folderNames{u"Atlas"_s,  u"Beacon"_s, u"Cobalt"_s, u"Delta"_s,  u"Ember"_s, u"Fjord"_s,
-                              u"Garnet"_s, u"Harbor"_s, u"Indigo"_s, u"Juniper"_s, u"Kestrel"_s, u"Lumen"_s};
-
-// The application's own window, loaded as `velto` loads it, over a dozen real folders and a
-// private container; every entry is pressed with the pointer, as a user would.
-class SmokeTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        QList<QUrl> folders;
-        for (const QString &name : folderNames) {
-            m_sandbox.makeFolder(u"work/"_s + name);
-            folders.append(m_sandbox.url(u"work/"_s + name));
-        }
-        QProcessEnvironment environment;
-        environment.insert(u"XDG_DATA_HOME"_s, m_sandbox.path(u"data"_s));
-        m_model = std::make_unique<AppModel>(
-            AppGroupSources{u"io.quillmere.Velto"_s, environment, m_sandbox.path(u"home"_s)},
-            std::make_shared<QSettings>(m_sandbox.path(u"defaults.ini"_s), QSettings::IniFormat), m_picker);
-        m_model->handOver(FolderHandoff{folders, std::nullopt});
-        m_engine.addImportPath(u"qrc:/qt/qml"_s);
-        m_engine.setInitialProperties(
-            {{u"app"_s, QVariant::fromValue(m_model.get())}, {u"appearance"_s, QVariant::fromValue(&m_appearance)}});
-        m_engine.load(QUrl(u"qrc:/qt/qml/Velto/app/Main.qml"_s));
-        ASSERT_EQ(m_engine.rootObjects().size(), 1);
-        m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().first());
-        ASSERT_NE(m_window, nullptr);
-        // Tall enough for a column of all twelve cards, so that each can be pressed without scrolling.
-        m_window->resize(1180, 1500);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return board() != nullptr && board()->cards().size() == 12; }, 10000));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return cellOf(u"Lumen"_s) != nullptr; }, 5000));
-    }
-
-    BoardModel *board() const { return m_model->board(); }
-    QList<Card> notStarted() const { return board()->columnCards(CardStatus::notStarted, {}); }
-    Database &database() const { return *m_model->services()->database; }
-
-    Card stored(const QString &name) const
-    {
-        for (const Card &card : await(database().allCards()))
-            if (card.displayName == name)
-                return card;
-        ADD_FAILURE() << "no card " << name.toStdString();
-        return {};
-    }
-
-    QQuickItem *named(const QString &name) const { return itemNamed(m_window->contentItem(), name); }
-
-    QQuickItem *cellOf(const QString &name) const
-    {
-        for (QQuickItem *cell : itemsNamed(m_window->contentItem(), u"cardCell"_s))
-            if (cell->property("face").toMap().value(u"displayName"_s) == name && cell->isVisible())
-                return cell;
-        return nullptr;
-    }
-
-    // A left click in the middle of the item, once it stands still on screen.
-    void click(QQuickItem *item, Qt::MouseButton button = Qt::LeftButton)
-    {
-        ASSERT_NE(item, nullptr);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return item->isVisible() && item->width() > 0; }, 2000));
-        QTest::qWait(50); // a popup's entries are laid out in the frame after it opens
-        QTest::mouseClick(m_window, button, {}, item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
-    }
-
-    // Opens the card's menu with a secondary click.
-    QObject *openCardMenu(const QString &name)
-    {
-        QQuickItem *cell = cellOf(name);
-        if (cell == nullptr)
-            return nullptr;
-        QTest::mouseClick(m_window, Qt::RightButton, {}, cell->mapToScene({20, 10}).toPoint());
-        QObject *menu = cell->findChild<QObject *>(u"cardContextMenu"_s);
-        if (menu == nullptr || !QTest::qWaitFor([&] { return menu->property("opened").toBool(); }, 2000))
-            return nullptr;
-        return menu;
-    }
-
-    // Presses `entry` of the card's menu, or of its submenu `submenu` when one is named.
-    void pressCardMenuEntry(const QString &card, const QString &entry, const QString &submenu = {})
-    {
-        QObject *menu = openCardMenu(card);
-        ASSERT_NE(menu, nullptr) << card.toStdString();
-        QObject *owner = menu;
-        if (!submenu.isEmpty()) {
-            owner = menu->findChild<QObject *>(submenu);
-            ASSERT_NE(owner, nullptr) << submenu.toStdString();
-            click(itemOpening(menu, owner));
-            ASSERT_TRUE(QTest::qWaitFor([&] { return owner->property("opened").toBool(); }, 2000));
-        }
-        click(entryOf(owner, entry));
-    }
-
-    // The entry of the menu that opens `submenu`.
-    static QQuickItem *itemOpening(QObject *menu, QObject *submenu)
-    {
-        for (QQuickItem *item : menu->findChildren<QQuickItem *>())
-            if (item->property("subMenu").value<QObject *>() == submenu)
-                return item;
-        return nullptr;
-    }
-
-    // A menu's entries are made by instantiators and are not always its children: look in the menu's
-    // list of items.
-    static QQuickItem *entryOf(QObject *menu, const QString &name)
-    {
-        const int count = menu->property("count").toInt();
-        for (int i = 0; i < count; ++i) {
-            QQuickItem *item = nullptr;
-            QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
-            if (item != nullptr && item->objectName() == name)
-                return item;
-        }
-        return nullptr;
-    }
-
-    FolderSandbox m_sandbox;
-    std::shared_ptr<FakeFolderPicker> m_picker = std::make_shared<FakeFolderPicker>();
-    DesktopColorScheme m_desktop{QDBusConnection(u"no-bus"_s)};
-    AppearanceSetting m_appearance{
-        std::make_shared<QSettings>(m_sandbox.path(u"appearance.ini"_s), QSettings::IniFormat), &m_desktop};
-    std::unique_ptr<AppModel> m_model;
-    QQmlApplicationEngine m_engine;
-    QQuickWindow *m_window = nullptr;
-};
 
 TEST_F(SmokeTest, EveryEntryOfTheCardMenuChangesTheStore)
 {
@@ -255,6 +109,8 @@ TEST_F(SmokeTest, TheBarsButtonsAddFoldersAndSwitchTheView)
     EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().allCards()).size() == 13; }, 3000));
     ASSERT_FALSE(m_picker->requests.isEmpty());
     EXPECT_TRUE(m_picker->requests.last().allowsMultiple);
+    // The new card is selected, and its pane opens beside the board.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return board()->selectedCard() && board()->selectedCard()->displayName == u"Meridian"_s; }, 3000));
 
     click(named(u"dueSoonModeSegment"_s));
     EXPECT_TRUE(QTest::qWaitFor([&] { return named(u"dueSoonView"_s) != nullptr && named(u"dueSoonView"_s)->isVisible(); }, 2000));
@@ -334,58 +190,6 @@ TEST_F(SmokeTest, ThePaneOfACardSetsEachFieldAndCopiesTheBriefing)
 
     click(named(u"closeDetailButton"_s));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->selectedCardID().has_value(); }, 3000));
-}
-
-// The timer's menu in the tray starts a card of the work list and stops it; the focus panel is up
-// meanwhile and takes the rating; Show Velto asks for the window.
-TEST_F(SmokeTest, TheTrayMenuStartsAndStopsTheTimerAndThePanelTakesTheRating)
-{
-    TimerTray tray;
-    tray.setModels(m_model->timer(), board());
-    await(board()->setStatus(CardStatus::inProgress, stored(u"Atlas"_s)));
-    const auto action = [&](const QString &name) -> QAction * {
-        for (QAction *entry : tray.menu()->actions())
-            if (entry->objectName() == name)
-                return entry;
-        return nullptr;
-    };
-    tray.menu()->popup({0, 0});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(u"trayStart_Atlas"_s) != nullptr; }, 3000));
-    action(u"trayStart_Atlas"_s)->trigger();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().runningSession()).has_value(); }, 3000));
-
-    // The open menu follows: the running card's entry is disabled, the stop is there.
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(u"trayStopTimer"_s) != nullptr; }, 3000));
-    EXPECT_FALSE(action(u"trayStart_Atlas"_s)->isEnabled());
-    EXPECT_EQ(tray.toolTip(), u"0:00 Atlas"_s);
-    EXPECT_TRUE(tray.showsRecording());
-
-    auto *panel = m_window->findChild<QQuickWindow *>(u"focusPanel"_s);
-    ASSERT_NE(panel, nullptr);
-    EXPECT_TRUE(panel->isVisible());
-    action(u"trayStopTimer"_s)->trigger();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !await(database().runningSession()).has_value(); }, 3000));
-    tray.menu()->hide();
-
-    QQuickItem *mood = nullptr;
-    ASSERT_TRUE(QTest::qWaitFor([&] {
-        mood = itemNamed(panel->contentItem(), u"moodButton_deep"_s);
-        return mood != nullptr && mood->isVisible() && mood->width() > 0;
-    }, 3000));
-    QTest::qWait(50);
-    QTest::mouseClick(panel, Qt::LeftButton, {}, mood->mapToScene({mood->width() / 2, mood->height() / 2}).toPoint());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !panel->isVisible(); }, 3000));
-    const auto sessions = await(database().sessions(stored(u"Atlas"_s).id));
-    ASSERT_EQ(sessions.size(), 1);
-    EXPECT_EQ(sessions.first().mood, Mood::deep);
-
-    QSignalSpy activations(m_model.get(), &AppModel::activationRequested);
-    QObject::connect(&tray, &TimerTray::showRequested, m_model.get(), &AppModel::activationRequested);
-    tray.menu()->popup({0, 0});
-    ASSERT_TRUE(QTest::qWaitFor([&] { return action(u"trayShowVelto"_s) != nullptr; }, 3000));
-    action(u"trayShowVelto"_s)->trigger();
-    EXPECT_EQ(activations.count(), 1);
-    tray.menu()->hide();
 }
 
 // Every view of the module compiles and finds every module it imports on this machine.
