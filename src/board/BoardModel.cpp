@@ -3,6 +3,8 @@
 #include "AssignIfChanged.h"
 #include "DeadlineRules.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -27,6 +29,13 @@ BoardModel::BoardModel(VeltoServices services, TimerModel *timer, std::shared_pt
         connect(this, changed, this, &BoardModel::presentationChanged);
     // What is due soon is counted in days, so a new day changes the list without a reload.
     connect(&m_day, &LocalDay::todayChanged, this, &BoardModel::presentationChanged);
+    // Coming back to the application is when the user may have put a vanished folder back.
+    if (qGuiApp) {
+        connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+            if (state == Qt::ApplicationActive)
+                m_failedSearches->clear();
+        });
+    }
 }
 
 BoardModel::~BoardModel() = default;

@@ -4,6 +4,7 @@
 
 #include <coroutine>
 #include <exception>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -19,6 +20,25 @@ QHash<QString, CardResolution> resolutionsToPersist(const QList<Card> &cards,
             changed.insert(card.id, *resolution);
     }
     return changed;
+}
+
+// The verdicts to show while a search runs: those known, and for the cards being searched for,
+// the verdicts they had.
+QHash<QString, CardResolution> withEarlierVerdicts(QHash<QString, CardResolution> known,
+                                                   const QList<Card> &searched,
+                                                   const QHash<QString, CardResolution> &earlier)
+{
+    for (const Card &card : searched) {
+        if (const auto verdict = earlier.constFind(card.id); verdict != earlier.cend())
+            known.insert(card.id, *verdict);
+    }
+    return known;
+}
+
+void joinVerdicts(QHash<QString, CardResolution> &into, const QHash<QString, CardResolution> &searched)
+{
+    for (auto verdict = searched.cbegin(); verdict != searched.cend(); ++verdict)
+        into.insert(verdict.key(), verdict.value());
 }
 
 } // namespace
@@ -73,17 +93,34 @@ Task<> BoardModel::load()
 Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
 {
     const auto database = m_services.database;
+    const auto failedSearches = m_failedSearches;
+    QHash<QString, CardResolution> resolutions;
+    // The verdicts on folders that are not where they were, while the search for them runs.
+    std::optional<Task<QHash<QString, CardResolution>>> searching;
+    std::exception_ptr failure;
     try {
         // Each source is published as soon as it is read, so new cards show while the rest loads.
         const QList<Card> cards = co_await database->allCards();
         if (!self)
             co_return false;
-        auto resolveAll = [cards] { return CardResolution::resolveAll(cards); };
-        const QHash<QString, CardResolution> resolutions = co_await onThreadPool(resolveAll);
+        // A folder where it was costs one look and is published at once; the few that moved or
+        // vanished are searched for meanwhile, holding back neither the other cards nor the reads
+        // below. Until its search ends such a card keeps the verdict it had.
+        auto resolveKnown = [cards, failedSearches] {
+            return CardResolution::resolveWithoutSearch(cards, ResolutionContext::current(failedSearches));
+        };
+        CardResolution::Partial partial = co_await onThreadPool(resolveKnown);
         if (!self)
             co_return false;
+        resolutions = std::move(partial.known);
+        if (!partial.needingSearch.isEmpty()) {
+            auto search = [pending = partial.needingSearch, failedSearches] {
+                return CardResolution::resolveAll(pending, ResolutionContext::current(failedSearches));
+            };
+            searching.emplace(onThreadPool(search));
+        }
         setCards(cards);
-        setResolutions(resolutions);
+        setResolutions(withEarlierVerdicts(resolutions, partial.needingSearch, m_resolutions));
 
         const QList<Project> projects = co_await database->allProjects();
         if (!self)
@@ -101,6 +138,12 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         if (!self)
             co_return false;
         setChecklistProgress(progress);
+        if (searching) {
+            joinVerdicts(resolutions, co_await *std::exchange(searching, std::nullopt));
+            if (!self)
+                co_return false;
+            setResolutions(resolutions);
+        }
         // Only a clean read of every source clears the banner.
         setErrorMessage(std::nullopt);
 
@@ -127,11 +170,25 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
                 co_return false;
             setCards(retagged);
         }
-    } catch (const std::exception &failure) {
-        // What was published stays; the board shows it with the failure above.
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!failure)
+        co_return true;
+    // What was published stays; the board shows it with the failure above, and with the verdicts
+    // of a search that was under way.
+    if (searching) {
+        joinVerdicts(resolutions, co_await *searching);
         if (!self)
             co_return false;
-        reportFailure(failure);
+        setResolutions(resolutions);
+    }
+    if (!self)
+        co_return false;
+    try {
+        std::rethrow_exception(failure);
+    } catch (const std::exception &error) {
+        reportFailure(error);
     }
     co_return true;
 }
