@@ -43,6 +43,16 @@ public:
         await(std::move(last)); // the executor is serial: the last one done means all are
     }
 
+    // Deletes the folders of `count` cards spread evenly over the board, for good.
+    void deleteFolders(int count)
+    {
+        if (count == 0)
+            return;
+        const qsizetype step = m_paths.size() / count;
+        for (int i = 0; i < count; ++i)
+            QDir().rmdir(QFile::decodeName(m_paths.at(i * step)));
+    }
+
     BoardModel &board() { return *m_board; }
     TimerModel &timer() { return *m_timer; }
     [[nodiscard]] QString databasePath() const { return m_dir.filePath(QStringLiteral("Velto.sqlite")); }

@@ -42,6 +42,18 @@ void boardReload(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// A board of 1,000 whose 20 folders were deleted for good, some loads after the one that first
+// missed them; beside it the same board with nothing deleted.
+void boardReloadWithVanished(benchmark::State &state)
+{
+    BenchBoard board(1'000);
+    board.deleteFolders(int(state.range(0)));
+    await(board.board().reload());
+    for (auto _ : state)
+        await(board.board().reload());
+    state.SetItemsProcessed(state.iterations() * 1'000);
+}
+
 // One column of the largest board, as drawn while the user types a search.
 void columnCardsWithSearch(benchmark::State &state)
 {
@@ -59,6 +71,7 @@ void columnCardsWithSearch(benchmark::State &state)
 
 BENCHMARK(reloadFloor)->Arg(100)->Arg(1'000)->Arg(10'000)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(boardReload)->Arg(100)->Arg(1'000)->Arg(10'000)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(boardReloadWithVanished)->Arg(0)->Arg(20)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(columnCardsWithSearch)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)

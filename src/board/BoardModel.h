@@ -5,6 +5,7 @@
 #include "Card.h"
 #include "CardDragging.h"
 #include "CardResolution.h"
+#include "FailedSearches.h"
 #include "ChecklistProgress.h"
 #include "ColumnMove.h"
 #include "FinderTagMirror.h"
@@ -168,6 +169,7 @@ public:
     Q_INVOKABLE void clearAllFilters();
     Q_INVOKABLE void cancelPendingFileDrops();
 
+    // A reload that also looks again for folders an earlier search did not find.
     Q_INVOKABLE void requestReload();
     Q_INVOKABLE void requestAddFoldersFromPanel();
     Q_INVOKABLE void requestResolvePendingFileDrops();
@@ -313,6 +315,8 @@ private:
     std::optional<QString> m_selectedCardID;
     QList<PendingFileDrop> m_pendingFileDrops;
     std::shared_ptr<LoadChain> m_loadChain;
+    // Folders searched for in vain; a reload does not search for them again.
+    std::shared_ptr<FailedSearches> m_failedSearches = std::make_shared<FailedSearches>();
     BoardMode m_mode = BoardMode::board;
     bool m_isManagingTaxonomy = false;
     LocalDay m_day;

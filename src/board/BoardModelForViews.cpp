@@ -255,6 +255,9 @@ void BoardModel::cancelPendingFileDrops()
 
 void BoardModel::requestReload()
 {
+    // Asked for from outside the model's own operations, so folders searched for in vain are
+    // looked for again.
+    m_failedSearches->clear();
     reload();
 }
 

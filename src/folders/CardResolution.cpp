@@ -52,6 +52,34 @@ CardResolution fromCheck(const Card &card, ResolvedBookmark resolved, const QStr
     return resolution;
 }
 
+CardResolution fromResolved(const Card &card, ResolvedBookmark resolved, const ResolutionContext &context)
+{
+    // A bookmark follows its folder into the Trash; judged from the path alone, before any disk access.
+    const QString path = resolved.url.toLocalFile();
+    if (FreedesktopTrash::holds(path, context.homeTrashFiles, context.userID))
+        return missingAsStored(card, std::move(resolved.refreshedData), u"This folder is in the Trash."_s);
+    return fromCheck(card, std::move(resolved), path);
+}
+
+// Runs `work(i)` for every index below `count`, the range cut into one share per processor so the
+// file system's latency overlaps. Plain threads, not the thread pool: this runs on a pool thread
+// itself, and waiting there for pool work can wait forever when the pool is full.
+template <typename Work>
+void inShares(qsizetype count, const Work &work)
+{
+    const auto share = [&](qsizetype begin, qsizetype end) {
+        for (qsizetype i = begin; i < end; ++i)
+            work(i);
+    };
+    const qsizetype shares =
+        std::clamp<qsizetype>(count / cardsPerThread, 1, std::max(1U, std::thread::hardware_concurrency()));
+    const qsizetype shareSize = (count + shares - 1) / shares;
+    std::vector<std::jthread> helpers;
+    for (qsizetype begin = shareSize; begin < count; begin += shareSize)
+        helpers.emplace_back(share, begin, std::min(begin + shareSize, count));
+    share(0, std::min(shareSize, count));
+}
+
 } // namespace
 
 CardResolution CardResolution::resolve(const Card &card)
@@ -67,35 +95,33 @@ CardResolution CardResolution::resolve(const Card &card, const ResolutionContext
     } catch (const BookmarkError &error) {
         return missingAsStored(card, std::nullopt, error.text());
     }
-    // A bookmark follows its folder into the Trash; judged from the path alone, before any disk access.
-    const QString path = resolved.url.toLocalFile();
-    if (FreedesktopTrash::holds(path, context.homeTrashFiles, context.userID))
-        return missingAsStored(card, std::move(resolved.refreshedData), u"This folder is in the Trash."_s);
-    return fromCheck(card, std::move(resolved), path);
+    return fromResolved(card, std::move(resolved), context);
+}
+
+std::optional<CardResolution> CardResolution::resolveWithoutSearch(const Card &card, const ResolutionContext &context)
+{
+    std::optional<ResolvedBookmark> resolved;
+    try {
+        resolved = SecurityScopedBookmark::resolveWithoutSearch(card.bookmark, context);
+    } catch (const BookmarkError &error) {
+        return missingAsStored(card, std::nullopt, error.text());
+    }
+    if (!resolved)
+        return std::nullopt;
+    return fromResolved(card, std::move(*resolved), context);
 }
 
 QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)
 {
-    const ResolutionContext context = ResolutionContext::current();
-    // Each card is resolved into its own slot, the list cut into one share per processor so the
-    // file system's latency overlaps; the dictionary is then filled in list order. Plain threads,
-    // not the thread pool: this runs on a pool thread itself, and waiting there for pool work
-    // can wait forever when the pool is full.
+    return resolveAll(cards, ResolutionContext::current());
+}
+
+QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards, const ResolutionContext &context)
+{
+    // Each card is resolved into its own slot; the dictionary is then filled in list order.
     QList<CardResolution> resolutions(cards.size());
     CardResolution *results = resolutions.data();
-    const auto resolveShare = [&](qsizetype begin, qsizetype end) {
-        for (qsizetype i = begin; i < end; ++i)
-            results[i] = resolve(cards.at(i), context);
-    };
-    const qsizetype shares = std::clamp<qsizetype>(cards.size() / cardsPerThread, 1,
-                                                   std::max(1U, std::thread::hardware_concurrency()));
-    const qsizetype shareSize = (cards.size() + shares - 1) / shares;
-    {
-        std::vector<std::jthread> helpers;
-        for (qsizetype begin = shareSize; begin < cards.size(); begin += shareSize)
-            helpers.emplace_back(resolveShare, begin, std::min(begin + shareSize, cards.size()));
-        resolveShare(0, std::min(shareSize, cards.size()));
-    }
+    inShares(cards.size(), [&](qsizetype i) { results[i] = resolve(cards.at(i), context); });
 
     QHash<QString, CardResolution> byID;
     byID.reserve(resolutions.size());
@@ -104,6 +130,26 @@ QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &car
         byID.insert(id, std::move(resolution));
     }
     return byID;
+}
+
+CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &cards,
+                                                             const ResolutionContext &context)
+{
+    QList<std::optional<CardResolution>> resolutions(cards.size());
+    std::optional<CardResolution> *results = resolutions.data();
+    inShares(cards.size(), [&](qsizetype i) { results[i] = resolveWithoutSearch(cards.at(i), context); });
+
+    Partial partial;
+    partial.known.reserve(resolutions.size());
+    for (qsizetype i = 0; i < resolutions.size(); ++i) {
+        if (auto &resolution = resolutions[i]) {
+            const QString id = resolution->cardID;
+            partial.known.insert(id, std::move(*resolution));
+        } else {
+            partial.needingSearch.append(cards.at(i));
+        }
+    }
+    return partial;
 }
 
 std::optional<FolderIdentity> CardResolution::folderIdentity(const QUrl &url)

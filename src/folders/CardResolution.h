@@ -32,6 +32,19 @@ struct CardResolution {
     // Every card, by id; a later card with the same id replaces an earlier one. Blocks on the
     // file system, so it never runs on the GUI thread.
     [[nodiscard]] static QHash<QString, CardResolution> resolveAll(const QList<Card> &cards);
+    [[nodiscard]] static QHash<QString, CardResolution> resolveAll(const QList<Card> &cards,
+                                                                   const ResolutionContext &context);
+
+    // The verdict as far as it goes without searching for a folder that is not where it was:
+    // absent when only a search can tell (see SecurityScopedBookmark::resolveWithoutSearch).
+    [[nodiscard]] static std::optional<CardResolution> resolveWithoutSearch(const Card &card,
+                                                                            const ResolutionContext &context);
+    // The same for a list: the verdicts known at once, by id, and the cards left for a search.
+    struct Partial {
+        QHash<QString, CardResolution> known;
+        QList<Card> needingSearch;
+    };
+    [[nodiscard]] static Partial resolveWithoutSearch(const QList<Card> &cards, const ResolutionContext &context);
 
     // Absent when nothing can be read at `url`.
     [[nodiscard]] static std::optional<FolderIdentity> folderIdentity(const QUrl &url);

@@ -17,8 +17,8 @@ QString canonicalWhereItExists(const QString &path)
 
 } // namespace
 
-ResolutionContext ResolutionContext::current()
+ResolutionContext ResolutionContext::current(std::shared_ptr<FailedSearches> failedSearches)
 {
     return {MountTable::read(), QFileInfo(QDir::homePath()).canonicalFilePath(),
-            canonicalWhereItExists(FreedesktopTrash::homeFilesDirectory()), getuid()};
+            canonicalWhereItExists(FreedesktopTrash::homeFilesDirectory()), getuid(), std::move(failedSearches)};
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "FailedSearches.h"
 #include "MountTable.h"
 
 #include <QString>
+
+#include <memory>
 
 // What following bookmarks needs to know about this machine, read once and shared by a whole
 // batch: the mounts, the user's home and home Trash, and the user's id.
@@ -12,6 +15,8 @@ struct ResolutionContext {
     QString homeDirectory;
     QString homeTrashFiles;
     uint userID = 0;
+    // Bookmarks not to search for again; absent, every bookmark away from its place is searched for.
+    std::shared_ptr<FailedSearches> failedSearches;
 
-    static ResolutionContext current();
+    static ResolutionContext current(std::shared_ptr<FailedSearches> failedSearches = {});
 };

@@ -104,24 +104,74 @@ std::optional<InodeSearch::Found> searchTrash(InodeSearch &search, const Resolut
     return std::nullopt;
 }
 
-Located locate(const BookmarkBlob &blob, const QString &place, const FileIdentity &wanted,
-               const MountTable::Mount &present, const ResolutionContext &context)
+// Where the bookmark leads without a search: its recorded place when the same file is there, or,
+// when an earlier search for it found nothing, whatever stands there now. Absent when only a
+// search can tell.
+std::optional<Located> locateWithoutSearch(const QByteArray &data, const BookmarkBlob &blob, const QString &place,
+                                           const FileIdentity &wanted, const ResolutionContext &context)
 {
     // With a birth time to compare, inode and birth time tell the file apart at one system call.
     const auto detail = wanted.birthTime ? FileIdentity::Detail::statOnly : FileIdentity::Detail::withHandle;
     const auto atPlace = FileIdentity::read(place, detail);
     const bool movedMount = place != blob.path;
     if (atPlace && atPlace->isSameFileAs(wanted))
-        return {place, movedMount, atPlace->isDirectory};
+        return Located{place, movedMount, atPlace->isDirectory};
+    if (context.failedSearches && context.failedSearches->contains(data))
+        return Located{place, atPlace.has_value() || movedMount, std::nullopt};
+    return std::nullopt;
+}
 
+Located locate(const QByteArray &data, const BookmarkBlob &blob, const QString &place, const FileIdentity &wanted,
+               const MountTable::Mount &present, const ResolutionContext &context)
+{
+    if (auto located = locateWithoutSearch(data, blob, place, wanted, context))
+        return *located;
     InodeSearch search(wanted, searchBudget);
     auto found = searchTrash(search, context, present, wanted);
     if (!found)
         found = search.around(place, searchTop(place, present.mountPoint, context.homeDirectory), ancestorLevels);
     if (found)
         return {found->path, true, found->identity.isDirectory};
+    if (context.failedSearches)
+        context.failedSearches->insert(data);
     // The original is nowhere near: whatever stands at its old path now takes its place.
-    return {place, atPlace.has_value() || movedMount, std::nullopt};
+    const bool somethingAtPlace = FileIdentity::read(place, FileIdentity::Detail::statOnly).has_value();
+    return {place, somethingAtPlace || place != blob.path, std::nullopt};
+}
+
+struct Placed {
+    BookmarkBlob blob;
+    QString place;
+    FileIdentity wanted;
+    const MountTable::Mount *present;
+};
+
+// The bookmark read and its volume found mounted; throws BookmarkError otherwise.
+Placed placed(const QByteArray &data, const ResolutionContext &context)
+{
+    BookmarkBlob blob = BookmarkBlob::decoded(data);
+    const MountTable::Mount *present = context.mounts.find(blob.volume);
+    if (present == nullptr)
+        refuseNotMounted(blob.volume);
+    auto place = presentPlace(blob, *present);
+    if (!place)
+        refuseNotMounted(blob.volume);
+    FileIdentity wanted = wantedIdentity(blob, *present);
+    return {std::move(blob), std::move(*place), std::move(wanted), present};
+}
+
+ResolvedBookmark resolved(const Located &located, const ResolutionContext &context)
+{
+    const QUrl url = QUrl::fromLocalFile(located.path);
+    if (!located.isStale)
+        return {url, std::nullopt, located.isDirectory};
+    // A stale bookmark that cannot be renewed now is no failure: the next resolve tries again.
+    const SecurityScopedBookmark::ScopedAccess access(url);
+    try {
+        return {url, SecurityScopedBookmark::create(url, context.mounts), located.isDirectory};
+    } catch (const BookmarkError &) {
+        return {url, std::nullopt, located.isDirectory};
+    }
 }
 
 } // namespace
@@ -156,25 +206,17 @@ ResolvedBookmark resolve(const QByteArray &data)
 
 ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &context)
 {
-    const BookmarkBlob blob = BookmarkBlob::decoded(data);
-    const MountTable::Mount *present = context.mounts.find(blob.volume);
-    if (present == nullptr)
-        refuseNotMounted(blob.volume);
-    const auto place = presentPlace(blob, *present);
-    if (!place)
-        refuseNotMounted(blob.volume);
+    const Placed at = placed(data, context);
+    return resolved(locate(data, at.blob, at.place, at.wanted, *at.present, context), context);
+}
 
-    const Located located = locate(blob, *place, wantedIdentity(blob, *present), *present, context);
-    const QUrl url = QUrl::fromLocalFile(located.path);
-    if (!located.isStale)
-        return {url, std::nullopt, located.isDirectory};
-    // A stale bookmark that cannot be renewed now is no failure: the next resolve tries again.
-    const ScopedAccess access(url);
-    try {
-        return {url, create(url, context.mounts), located.isDirectory};
-    } catch (const BookmarkError &) {
-        return {url, std::nullopt, located.isDirectory};
-    }
+std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data, const ResolutionContext &context)
+{
+    const Placed at = placed(data, context);
+    const auto located = locateWithoutSearch(data, at.blob, at.place, at.wanted, context);
+    if (!located)
+        return std::nullopt;
+    return resolved(*located, context);
 }
 
 BookmarkPathCheck checkPath(const QUrl &url, bool expectsDirectory)

@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QUrl>
 
+#include <optional>
+
 // Durable references to a user's files and folders that survive a rename or a move on their
 // volume, and the test of what stands at a path. Failures are BookmarkError.
 namespace SecurityScopedBookmark {
@@ -37,6 +39,11 @@ private:
 // Throws BookmarkError (couldNotResolve) for a blob it cannot read or a volume that is not mounted.
 [[nodiscard]] ResolvedBookmark resolve(const QByteArray &data);
 [[nodiscard]] ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &context);
+
+// The same, as far as it goes without searching: absent when the item is not at its recorded place
+// and the context does not hold that a search for it found nothing.
+[[nodiscard]] std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data,
+                                                                   const ResolutionContext &context);
 
 // Whether what stands at `url` can be used as a folder (or a file); never fails.
 [[nodiscard]] BookmarkPathCheck checkPath(const QUrl &url, bool expectsDirectory);

@@ -1,7 +1,10 @@
 #include "BoardFixture.h"
 #include "SQLiteConnection.h"
 
+#include <QGuiApplication>
 #include <QTimeZone>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -76,6 +79,48 @@ TEST_F(BoardLoadTest, RenamedAndTrashedFoldersShowOnTheNextLoad)
     EXPECT_TRUE(trashed->isMissing);
     EXPECT_TRUE(board().needsLocate(*trashed));
     EXPECT_FALSE(board().folderURL(*trashed));
+}
+
+// A folder that vanished is searched for at one load; later loads take that answer until something
+// could have changed it. The folder is hidden where no search looks, then put where one finds it.
+TEST_F(BoardLoadTest, VanishedFolderIsSearchedForAgainOnlyWhenTheAnswerMayHaveChanged)
+{
+    struct Case {
+        const char *name;
+        std::function<void(BoardModel &)> afterPuttingBack;
+        bool found;
+    };
+    const QList<Case> cases{
+        {"an operation's reload keeps the answer", [](BoardModel &) {}, false},
+        {"a reload the views ask for searches again", [](BoardModel &board) { board.requestReload(); }, true},
+        {"coming back to the application searches again",
+         // The platform's word that the application is in front again.
+         [](BoardModel &) { Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive); },
+         true},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString name = QString::fromUtf8(c.name);
+        const QString back = name + u" back"_s;
+        addFolders({name});
+        sandbox().makeFolder(u".away"_s);
+        sandbox().move(name, u".away/"_s + name);
+        await(board().reload());
+        const auto gone = cardNamed(name);
+        ASSERT_TRUE(gone);
+        EXPECT_TRUE(gone->isMissing);
+        EXPECT_EQ(board().resolutions().value(gone->id).failure, u"The folder is no longer at this location."_s);
+
+        sandbox().move(u".away/"_s + name, back);
+        c.afterPuttingBack(board());
+        await(board().reload());
+        EXPECT_EQ(cardNamed(back).has_value(), c.found);
+        EXPECT_EQ(cardNamed(name).has_value(), !c.found);
+        const CardResolution verdict = board().resolutions().value(gone->id);
+        EXPECT_EQ(verdict.availability,
+                  c.found ? CardResolution::Availability::available : CardResolution::Availability::missing);
+        EXPECT_EQ(verdict.failure.has_value(), !c.found);
+    }
 }
 
 // Columns, lanes and the due-soon list, as a filter and the flags shape them.
