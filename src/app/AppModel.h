@@ -1,7 +1,9 @@
 #pragma once
 
+#include "AnalyticsModel.h"
 #include "AppGroupSources.h"
 #include "BoardModel.h"
+#include "DiagnosticsModel.h"
 #include "FocusSettings.h"
 #include "FolderHandoff.h"
 #include "FolderPicker.h"
@@ -30,6 +32,8 @@ class AppModel : public QObject {
     Q_PROPERTY(TimerModel *timer READ timer NOTIFY timerChanged)
     Q_PROPERTY(FocusSettings *focus READ focus CONSTANT)
     Q_PROPERTY(BoardModel *board READ board NOTIFY boardChanged)
+    Q_PROPERTY(DiagnosticsModel *diagnostics READ diagnostics NOTIFY diagnosticsChanged)
+    Q_PROPERTY(AnalyticsModel *analytics READ analytics NOTIFY analyticsChanged)
 
 public:
     enum class StartupKind { Starting, Failed, Ready };
@@ -58,6 +62,8 @@ public:
     [[nodiscard]] const std::optional<VeltoServices> &services() const { return m_services; }
     [[nodiscard]] TimerModel *timer() const { return m_timer.get(); }
     [[nodiscard]] BoardModel *board() const { return m_board.get(); }
+    [[nodiscard]] DiagnosticsModel *diagnostics() const { return m_diagnostics.get(); }
+    [[nodiscard]] AnalyticsModel *analytics() const { return m_analytics.get(); }
     // Made once with the model and never replaced, so it outlives every retry.
     [[nodiscard]] FocusSettings *focus() const { return m_focus.get(); }
 
@@ -92,6 +98,8 @@ signals:
     void servicesChanged();
     void timerChanged();
     void boardChanged();
+    void diagnosticsChanged();
+    void analyticsChanged();
     // Something outside asked for Velto's window: a second launch, or a launcher.
     void activationRequested();
 
@@ -100,6 +108,8 @@ private:
     void setServices(std::optional<VeltoServices> services);
     void setTimer(std::unique_ptr<TimerModel> timer);
     void setBoard(std::unique_ptr<BoardModel> board);
+    void setDiagnostics(std::unique_ptr<DiagnosticsModel> diagnostics);
+    void setAnalytics(std::unique_ptr<AnalyticsModel> analytics);
     Task<> addHandedOverFolders();
     // Throws InstanceLockError when another holds the container's lock, or it can't be taken.
     void lockContainer(const AppGroupContainer &container);
@@ -111,6 +121,8 @@ private:
     std::shared_ptr<FolderPicker> m_picker;
     std::unique_ptr<TimerModel> m_timer;
     std::unique_ptr<BoardModel> m_board;
+    std::unique_ptr<DiagnosticsModel> m_diagnostics;
+    std::unique_ptr<AnalyticsModel> m_analytics;
     QList<QUrl> m_handedOverFolders;
     std::optional<QString> m_handoffRefusal;
     std::optional<InstanceLock> m_instanceLock;

@@ -46,8 +46,39 @@ ApplicationWindow {
         }
     }
 
+    // The one place that opens the other windows; the bar's buttons, the shortcuts and the menus
+    // all come here. Each window is made once, so opening it again brings it forward.
+    function openAnalytics() {
+        analyticsWindow.bringForward()
+    }
+    function openDiagnostics() {
+        diagnosticsWindow.bringForward()
+    }
+
+    AnalyticsWindow {
+        id: analyticsWindow
+        app: window.app
+    }
+    DiagnosticsWindow {
+        id: diagnosticsWindow
+        app: window.app
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+Shift+1"]
+        context: Qt.ApplicationShortcut
+        onActivated: window.openAnalytics()
+    }
+    Shortcut {
+        sequences: ["Ctrl+Shift+D"]
+        context: Qt.ApplicationShortcut
+        onActivated: window.openDiagnostics()
+    }
+
     RootView {
         anchors.fill: parent
         app: window.app
+        onAnalyticsRequested: window.openAnalytics()
+        onDiagnosticsRequested: window.openDiagnostics()
     }
 }

@@ -19,10 +19,14 @@ QtObject {
     readonly property color quaternaryFill: pick("#1FFFFFFF", "#0D000000")
     readonly property color orange: pick("#FF9F0A", "#FF9500")
     readonly property color red: pick("#FF453A", "#FF3B30")
+    readonly property color green: pick("#30D158", "#34C759")
     readonly property color accent: pick("#0A84FF", "#007AFF")
     readonly property color controlBackground: pick("#3A3A3C", "#FFFFFF")
 
     readonly property int spacing: 12
     readonly property int titleSize: 20
     readonly property int bodySize: 13
+    readonly property int headlineSize: 13
+    readonly property int calloutSize: 12
+    readonly property int captionSize: 10
 }

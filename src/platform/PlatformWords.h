@@ -15,6 +15,7 @@ class PlatformWords : public QObject {
     Q_PROPERTY(QString saveShortcut READ saveShortcut CONSTANT)
     Q_PROPERTY(QString emptyColumnHint READ emptyColumnHint CONSTANT)
     Q_PROPERTY(QString addFolderHelp READ addFolderHelp CONSTANT)
+    Q_PROPERTY(QString probeInstructions READ probeInstructions CONSTANT)
 
 public:
     using QObject::QObject;
@@ -24,4 +25,5 @@ public:
     [[nodiscard]] static QString saveShortcut();
     [[nodiscard]] static QString emptyColumnHint();
     [[nodiscard]] static QString addFolderHelp();
+    [[nodiscard]] static QString probeInstructions();
 };
