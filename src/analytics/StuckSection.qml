@@ -46,8 +46,8 @@ ColumnLayout {
                         maximumLineCount: 1
                         color: Theme.primaryText
                         font.pixelSize: Theme.bodySize
-                        Layout.fillWidth: true
-                        Layout.maximumWidth: implicitWidth
+                        // Its own width, up to most of the row; a longer name is cut in the middle.
+                        Layout.maximumWidth: section.width * 0.6
                         Layout.alignment: Qt.AlignBaseline
                     }
                     Label {
