@@ -77,6 +77,22 @@ void AppModel::setBoard(std::unique_ptr<BoardModel> board)
     emit boardChanged();
 }
 
+void AppModel::setDiagnostics(std::unique_ptr<DiagnosticsModel> diagnostics)
+{
+    if (!diagnostics && !m_diagnostics)
+        return;
+    m_diagnostics = std::move(diagnostics);
+    emit diagnosticsChanged();
+}
+
+void AppModel::setAnalytics(std::unique_ptr<AnalyticsModel> analytics)
+{
+    if (!analytics && !m_analytics)
+        return;
+    m_analytics = std::move(analytics);
+    emit analyticsChanged();
+}
+
 Task<> AppModel::start()
 {
     if (m_services)
@@ -107,11 +123,12 @@ Task<> AppModel::start()
         }
         co_return;
     }
-    // Nothing after this point can fail. Diagnostics and analytics join the timer and the board
-    // here, in that order, as they are built.
+    // Nothing after this point can fail.
     setTimer(std::make_unique<TimerModel>(*m_services, m_focus));
     setBoard(std::make_unique<BoardModel>(*m_services, m_timer.get(), m_picker,
                                           [](const QUrl &url) { return revealInFileManager(url); }));
+    setDiagnostics(std::make_unique<DiagnosticsModel>(*m_services));
+    setAnalytics(std::make_unique<AnalyticsModel>(*m_services));
     wireApplicationDelegate();
     setStartup(Startup::ready());
 
@@ -132,7 +149,9 @@ Task<> AppModel::retry()
     m_hasLoadedBoard = false;
     setServices(std::nullopt);
     setBoard(nullptr);
+    setDiagnostics(nullptr);
     setTimer(nullptr);
+    setAnalytics(nullptr);
     co_await start();
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "AnalyticsModel.h"
 #include "AppGroupSources.h"
 #include "BoardModel.h"
+#include "DiagnosticsModel.h"
 #include "FocusSettings.h"
 #include "FolderHandoff.h"
 #include "FolderPicker.h"
@@ -34,6 +36,8 @@ class AppModel : public QObject {
     Q_PROPERTY(BoardModel *board READ board NOTIFY boardChanged)
     Q_PROPERTY(InstallLocation::Verdict installLocation READ installLocation CONSTANT)
     Q_PROPERTY(QString dataFolder READ dataFolder CONSTANT)
+    Q_PROPERTY(DiagnosticsModel *diagnostics READ diagnostics NOTIFY diagnosticsChanged)
+    Q_PROPERTY(AnalyticsModel *analytics READ analytics NOTIFY analyticsChanged)
 
 public:
     enum class StartupKind { Starting, Failed, Ready };
@@ -62,6 +66,8 @@ public:
     [[nodiscard]] const std::optional<VeltoServices> &services() const { return m_services; }
     [[nodiscard]] TimerModel *timer() const { return m_timer.get(); }
     [[nodiscard]] BoardModel *board() const { return m_board.get(); }
+    [[nodiscard]] DiagnosticsModel *diagnostics() const { return m_diagnostics.get(); }
+    [[nodiscard]] AnalyticsModel *analytics() const { return m_analytics.get(); }
     // Made once with the model and never replaced, so it outlives every retry.
     [[nodiscard]] FocusSettings *focus() const { return m_focus.get(); }
     // Where the database lives, and whether what is saved there lasts; both taken once, at launch.
@@ -101,6 +107,8 @@ signals:
     void servicesChanged();
     void timerChanged();
     void boardChanged();
+    void diagnosticsChanged();
+    void analyticsChanged();
     // Something outside asked for Velto's window: a second launch, or a launcher.
     void activationRequested();
 
@@ -109,6 +117,8 @@ private:
     void setServices(std::optional<VeltoServices> services);
     void setTimer(std::unique_ptr<TimerModel> timer);
     void setBoard(std::unique_ptr<BoardModel> board);
+    void setDiagnostics(std::unique_ptr<DiagnosticsModel> diagnostics);
+    void setAnalytics(std::unique_ptr<AnalyticsModel> analytics);
     Task<> addHandedOverFolders();
     // Gives the application's delegate its two hooks, which hold this model weakly.
     void wireApplicationDelegate();
@@ -125,6 +135,8 @@ private:
     std::shared_ptr<FolderPicker> m_picker;
     std::unique_ptr<TimerModel> m_timer;
     std::unique_ptr<BoardModel> m_board;
+    std::unique_ptr<DiagnosticsModel> m_diagnostics;
+    std::unique_ptr<AnalyticsModel> m_analytics;
     QList<QUrl> m_handedOverFolders;
     std::optional<QString> m_handoffRefusal;
     std::optional<InstanceLock> m_instanceLock;

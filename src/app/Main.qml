@@ -43,8 +43,10 @@ VeltoWindow {
 
     menuBar: VeltoMenuBar {
         commands: commands
-        onSettingsRequested: settingsPlace.open()
-        onShortcutsRequested: shortcutsPlace.open()
+        onSettingsRequested: settingsWindow.bringForward()
+        onShortcutsRequested: shortcutsWindow.bringForward()
+        onAnalyticsRequested: window.openAnalytics()
+        onDiagnosticsRequested: window.openDiagnostics()
     }
 
     // The second key a desktop user tries for a refresh.
@@ -54,22 +56,36 @@ VeltoWindow {
         onActivated: commands.refresh()
     }
 
-    readonly property WindowPlace settingsPlace: WindowPlace {
-        owner: window
-        properties: ({ app: window.app, appearance: window.appearance })
-        component: Component {
-            SettingsWindow {}
-        }
+    // The one place that opens the other windows; the bar's buttons, the shortcuts and the menus
+    // all come here. Each window is made once, so opening it again brings it forward.
+    function openAnalytics() {
+        analyticsWindow.bringForward()
     }
-    readonly property WindowPlace shortcutsPlace: WindowPlace {
-        owner: window
-        component: Component {
-            KeyboardShortcutsWindow {}
-        }
+    function openDiagnostics() {
+        diagnosticsWindow.bringForward()
+    }
+
+    AnalyticsWindow {
+        id: analyticsWindow
+        app: window.app
+    }
+    DiagnosticsWindow {
+        id: diagnosticsWindow
+        app: window.app
+    }
+    SettingsWindow {
+        id: settingsWindow
+        app: window.app
+        appearance: window.appearance
+    }
+    KeyboardShortcutsWindow {
+        id: shortcutsWindow
     }
 
     RootView {
         anchors.fill: parent
         app: window.app
+        onAnalyticsRequested: window.openAnalytics()
+        onDiagnosticsRequested: window.openDiagnostics()
     }
 }

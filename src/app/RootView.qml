@@ -8,6 +8,8 @@ import Velto
 Item {
     id: root
     required property AppModel app
+    signal analyticsRequested()
+    signal diagnosticsRequested()
 
     Component.onCompleted: root.app.requestStart()
 
@@ -74,6 +76,8 @@ Item {
                 board: root.app.board
                 timer: root.app.timer
                 SplitView.fillWidth: true
+                onAnalyticsRequested: root.analyticsRequested()
+                onDiagnosticsRequested: root.diagnosticsRequested()
                 // The bar above the board needs this much to show all of its controls.
                 SplitView.minimumWidth: 620
             }

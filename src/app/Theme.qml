@@ -26,5 +26,7 @@ QtObject {
     readonly property int spacing: 12
     readonly property int titleSize: 20
     readonly property int bodySize: 13
+    readonly property int headlineSize: 13
     readonly property int calloutSize: 12
+    readonly property int captionSize: 10
 }

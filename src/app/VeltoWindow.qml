@@ -2,11 +2,12 @@ import QtQuick
 import QtQuick.Controls
 import Velto
 
-// A window of Velto: the theme's background, and a palette that follows it, so controls are not
-// left light on a dark window.
+// A window of Velto in the theme's colours; the palette follows, so controls are not left light on a
+// dark window.
 ApplicationWindow {
-    color: Theme.windowBackground
+    id: window
 
+    color: Theme.windowBackground
     palette.window: Theme.windowBackground
     palette.windowText: Theme.primaryText
     palette.base: Theme.controlBackground
@@ -20,4 +21,10 @@ ApplicationWindow {
     palette.highlightedText: "#FFFFFF" // white on the accent in both appearances
     palette.toolTipBase: Theme.controlBackground
     palette.toolTipText: Theme.primaryText
+
+    function bringForward() {
+        window.show()
+        window.raise()
+        window.requestActivate()
+    }
 }

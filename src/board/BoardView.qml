@@ -9,6 +9,8 @@ Rectangle {
     id: root
     required property BoardModel board
     required property TimerModel timer
+    signal analyticsRequested()
+    signal diagnosticsRequested()
 
     color: Theme.pick("#171613", "#F4F3F0")
     implicitWidth: 940
@@ -20,6 +22,8 @@ Rectangle {
 
         FilterBar {
             model: root.board
+            onAnalyticsRequested: root.analyticsRequested()
+            onDiagnosticsRequested: root.diagnosticsRequested()
             Layout.fillWidth: true
         }
         Rectangle {

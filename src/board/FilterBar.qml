@@ -11,6 +11,9 @@ Rectangle {
     id: bar
 
     required property BoardModel model
+    // The windows beside the board; whoever holds them opens them.
+    signal analyticsRequested()
+    signal diagnosticsRequested()
 
     readonly property var chips: bar.model.chips
 
@@ -39,7 +42,7 @@ Rectangle {
             BoardSearchField {
                 model: bar.model
                 // Narrower, down to a point, rather than pushing "Add Folder" out of a narrow bar.
-                textWidth: Math.max(100, Math.min(190, bar.width - 530))
+                textWidth: Math.max(100, Math.min(190, bar.width - 594))
             }
 
             FilterMenuButton {
@@ -49,6 +52,20 @@ Rectangle {
 
             Item {
                 Layout.fillWidth: true
+            }
+
+            BarIconButton {
+                objectName: "analyticsButton"
+                symbol: "chart.bar"
+                help: "Show analytics (Ctrl+Shift+1)"
+                onClicked: bar.analyticsRequested()
+            }
+
+            BarIconButton {
+                objectName: "diagnosticsButton"
+                symbol: "stethoscope"
+                help: "Show diagnostics of the shared store (Ctrl+Shift+D)"
+                onClicked: bar.diagnosticsRequested()
             }
 
             AbstractButton {

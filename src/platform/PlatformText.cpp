@@ -58,6 +58,16 @@ QString PlatformText::pendingFileDropMessage()
            u"file(s) on its checklist.\n\nChoose the folder to confirm which one Velto should track."_s;
 }
 
+QString PlatformText::notificationChannelDetail()
+{
+    return u"Named after the App Group, so every process that shares the container hears it on the session bus."_s;
+}
+
+QString PlatformText::probeInstructions()
+{
+    return u"Run velto-probe --watch in a terminal, then press Post. It should print a line each time."_s;
+}
+
 QString PlatformText::openInFileManager()
 {
     return u"Open in File Manager"_s;

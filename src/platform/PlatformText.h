@@ -32,6 +32,12 @@ QString noFileManagerAnswered();
 // Why files dropped on the board wait until their folder is chosen.
 QString pendingFileDropMessage();
 
+// What the diagnostics say of the change channel's name.
+QString notificationChannelDetail();
+
+// How the diagnostics window tells the user to watch the change channel from a terminal.
+QString probeInstructions();
+
 // The action that shows a card's folder in the file manager.
 QString openInFileManager();
 

@@ -26,3 +26,8 @@ QString PlatformWords::saveShortcut()
 {
     return PlatformText::saveShortcut();
 }
+
+QString PlatformWords::probeInstructions()
+{
+    return PlatformText::probeInstructions();
+}

@@ -32,6 +32,7 @@ class PlatformWords : public QObject {
     Q_PROPERTY(QString translocatedTitle READ translocatedTitle CONSTANT)
     Q_PROPERTY(QString translocatedText READ translocatedText CONSTANT)
     Q_PROPERTY(QString readOnlyVolumeTitle READ readOnlyVolumeTitle CONSTANT)
+    Q_PROPERTY(QString probeInstructions READ probeInstructions CONSTANT)
 
 public:
     using QObject::QObject;
@@ -60,4 +61,5 @@ public:
     {
         return PlatformText::readOnlyVolumeText(dataFolder);
     }
+    [[nodiscard]] static QString probeInstructions();
 };

@@ -87,3 +87,8 @@ Task<MigrationOutcome> Database::open()
         return Schema::migrate(connection);
     });
 }
+
+Task<DatabaseDiagnostics> Database::diagnostics()
+{
+    return run([path = m_path](SQLiteConnection &connection) { return DatabaseDiagnostics::take(connection, path); });
+}

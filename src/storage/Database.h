@@ -5,6 +5,7 @@
 #include "ChecklistItem.h"
 #include "ChecklistProgress.h"
 #include "DatabaseChangeNotifier.h"
+#include "DatabaseDiagnostics.h"
 #include "Offload.h"
 #include "Project.h"
 #include "SQLiteConnection.h"
@@ -52,6 +53,9 @@ public:
     // Configures the connection and brings the file to the current schema; a folder that refuses
     // the journal files fails here as ReadOnlyDatabaseError.
     Task<MigrationOutcome> open();
+
+    // A snapshot of the file and its settings as this connection sees them; reads only.
+    Task<DatabaseDiagnostics> diagnostics();
 
     // A write below posts once after it succeeded, unless its comment says otherwise; a failed
     // one posts nothing and leaves the tables as they were. A read fails whole on a malformed row.

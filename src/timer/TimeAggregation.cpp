@@ -76,8 +76,9 @@ QList<WeeklyTotal> weeklyTotals(const QList<TimeSession> &sessions, const Projec
         return {};
     QHash<WeekKey, double> seconds;
     for (const TimeSession &session : sessions) {
-        // A running session is counted once it ends.
-        if (!session.endedAt)
+        // A running session is counted once it ends; one that ended before the window has no
+        // slice in it, and cutting years of history into weeks would only be thrown away.
+        if (!session.endedAt || *session.endedAt <= *earliest)
             continue;
         const auto project = projectOf(session, projectByCard);
         for (const WeekSlice &slice : weekSlices(session.startedAt, *session.endedAt, calendar)) {

@@ -102,6 +102,8 @@ TEST_F(AppModelTest, RetryReachesReadyOnceTheCauseIsFixed)
     EXPECT_TRUE(app->failureMessage().startsWith(u"Could not use the App Group container at "_s + containerPath()));
     EXPECT_FALSE(app->services());
     EXPECT_EQ(app->timer(), nullptr);
+    EXPECT_EQ(app->diagnostics(), nullptr);
+    EXPECT_EQ(app->analytics(), nullptr);
 
     // The failure stays on screen until the next attempt begins.
     QSignalSpy startupChanges(app.get(), &AppModel::startupChanged);
@@ -112,6 +114,12 @@ TEST_F(AppModelTest, RetryReachesReadyOnceTheCauseIsFixed)
     EXPECT_EQ(startupChanges.count(), 2); // starting, then ready
     EXPECT_EQ(app->focus(), focus);
     EXPECT_NE(app->timer(), nullptr);
+    EXPECT_NE(app->analytics(), nullptr);
+    // Diagnostics start waiting for their first snapshot, with nothing counted or observed yet.
+    ASSERT_NE(app->diagnostics(), nullptr);
+    EXPECT_EQ(app->diagnostics()->stateKind(), DiagnosticsModel::StateKind::Loading);
+    EXPECT_FALSE(app->diagnostics()->isObserving());
+    EXPECT_EQ(app->diagnostics()->notificationsReceived(), 0);
 }
 
 // A database Velto cannot write would open as if all were well and then fail every save; it is

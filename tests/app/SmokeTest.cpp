@@ -192,6 +192,65 @@ TEST_F(SmokeTest, ThePaneOfACardSetsEachFieldAndCopiesTheBriefing)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->selectedCardID().has_value(); }, 3000));
 }
 
+// The windows beside the board: opened by the bar's buttons and the keys, one of each however often
+// they are asked for; the diagnostics hear their own post and take a new snapshot on Reload.
+TEST_F(SmokeTest, TheAnalyticsAndDiagnosticsWindowsOpenFromTheBarAndTheKeys)
+{
+    const auto windowsNamed = [](const QString &name) {
+        QList<QQuickWindow *> found;
+        for (QWindow *window : QGuiApplication::topLevelWindows())
+            if (window->objectName() == name)
+                found.append(qobject_cast<QQuickWindow *>(window));
+        return found;
+    };
+    const auto clickIn = [](QQuickWindow *window, QQuickItem *item) {
+        ASSERT_NE(item, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return item->isVisible() && item->width() > 0; }, 2000));
+        QTest::qWait(50); // laid out in the frame after the window took its size
+        QTest::mouseClick(window, Qt::LeftButton, {}, item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+    };
+
+    click(named(u"analyticsButton"_s));
+    ASSERT_EQ(windowsNamed(u"analyticsWindow"_s).size(), 1);
+    QQuickWindow *analytics = windowsNamed(u"analyticsWindow"_s).first();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return analytics->isVisible(); }, 2000));
+    EXPECT_EQ(analytics->title(), u"Analytics"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return itemNamed(analytics->contentItem(), u"analyticsView"_s) != nullptr; }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_model->analytics()->weekLabels().size() == 8; }, 3000));
+    analytics->close();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !analytics->isVisible(); }, 2000));
+    QTest::keyClick(m_window, Qt::Key_1, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return analytics->isVisible(); }, 2000));
+    click(named(u"analyticsButton"_s));
+    EXPECT_EQ(windowsNamed(u"analyticsWindow"_s).size(), 1);
+
+    QTest::keyClick(m_window, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_EQ(windowsNamed(u"diagnosticsWindow"_s).size(), 1);
+    QQuickWindow *diagnostics = windowsNamed(u"diagnosticsWindow"_s).first();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return diagnostics->isVisible(); }, 2000));
+    EXPECT_EQ(diagnostics->title(), u"Velto Diagnostics"_s);
+    click(named(u"diagnosticsButton"_s));
+    EXPECT_EQ(windowsNamed(u"diagnosticsWindow"_s).size(), 1);
+    // Tall enough for the whole report, so that its buttons can be pressed without scrolling.
+    diagnostics->resize(760, 1300);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(diagnostics));
+    const auto inDiagnostics = [&](const QString &name) { return itemNamed(diagnostics->contentItem(), name); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return inDiagnostics(u"postNotificationButton"_s) != nullptr; }, 3000));
+    // The board's own writes are heard too, so the count is taken just before the press.
+    const int before = m_model->diagnostics()->notificationsReceived();
+    clickIn(diagnostics, inDiagnostics(u"postNotificationButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        QQuickItem *received = inDiagnostics(u"rowValue_Received here"_s);
+        return received != nullptr
+            && received->property("text").toString().startsWith(QString::number(before + 1) + u" (last at "_s);
+    }, 3000));
+    clickIn(diagnostics, inDiagnostics(u"reloadDiagnosticsButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return inDiagnostics(u"postNotificationButton"_s) != nullptr; }, 3000));
+    EXPECT_EQ(m_model->diagnostics()->notificationsReceived(), before + 1);
+    diagnostics->close();
+    analytics->close();
+}
+
 // Every view of the module compiles and finds every module it imports on this machine.
 TEST(ViewFiles, EveryViewLoadsWithTheModulesItImports)
 {
