@@ -100,11 +100,13 @@ TEST_F(AnalyticsModelTest, TheEightLargestOfAllTimeAreNamedAndTheRestIsOther)
             EXPECT_EQ(model().weeklyRows()[i].weekLabel, model().weekLabels()[i / c.series.size()]);
             EXPECT_EQ(model().weeklyRows()[i].seriesName, c.series[i % c.series.size()]);
         }
-        if (c.series.contains(u"Other"_s))
+        if (c.series.contains(u"Other"_s)) {
             EXPECT_DOUBLE_EQ(hoursOf(u"Other"_s).last(), c.otherHoursNow);
+        }
         // A named series with no time in the window keeps its eight rows, all zero.
-        if (c.tracked.first().hoursNow == 0)
+        if (c.tracked.first().hoursNow == 0) {
             EXPECT_EQ(hoursOf(c.tracked.first().series), QList<double>(8, 0.0));
+        }
         EXPECT_DOUBLE_EQ(hoursOf(u"P2"_s).last(), c.tracked[1].hoursNow);
         EXPECT_TRUE(model().hasAnyTrackedTime());
     }

@@ -219,11 +219,14 @@ TEST_F(SmokeTest, TheAnalyticsAndDiagnosticsWindowsOpenFromTheBarAndTheKeys)
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_model->analytics()->weekLabels().size() == 8; }, 3000));
     analytics->close();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !analytics->isVisible(); }, 2000));
+    // The keys belong to the main window's menus, so it has the focus again first.
+    m_window->requestActivate();
     QTest::keyClick(m_window, Qt::Key_1, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return analytics->isVisible(); }, 2000));
     click(named(u"analyticsButton"_s));
     EXPECT_EQ(windowsNamed(u"analyticsWindow"_s).size(), 1);
 
+    m_window->requestActivate();
     QTest::keyClick(m_window, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
     ASSERT_EQ(windowsNamed(u"diagnosticsWindow"_s).size(), 1);
     QQuickWindow *diagnostics = windowsNamed(u"diagnosticsWindow"_s).first();
