@@ -2,6 +2,7 @@
 
 #include "AppGroupSources.h"
 #include "BoardModel.h"
+#include "DesktopNotification.h"
 #include "FocusSettings.h"
 #include "FolderHandoff.h"
 #include "FolderPicker.h"
@@ -87,8 +88,10 @@ public:
 
     // Folders handed in from outside, such as the command line or a second launch. They are added
     // once start-up has loaded the board, so that a folder already on it is recognised, and why
-    // nothing could be taken shows in the board's banner; a failed start drops both.
+    // nothing could be taken shows in the board's banner, or as a desktop notification when one
+    // was given and no window of Velto is active; a failed start drops both.
     void handOver(const FolderHandoff &handoff);
+    void setDesktopNotification(DesktopNotification notification) { m_notification = std::move(notification); }
     // URIs from a second launch or a launcher, read as the command line is.
     void handOverURIs(const QStringList &uris);
 
@@ -127,6 +130,7 @@ private:
     std::unique_ptr<BoardModel> m_board;
     QList<QUrl> m_handedOverFolders;
     std::optional<QString> m_handoffRefusal;
+    std::optional<DesktopNotification> m_notification;
     std::optional<InstanceLock> m_instanceLock;
     // The board has had its first load; folders handed over from now on are added at once.
     bool m_hasLoadedBoard = false;
