@@ -190,7 +190,7 @@ Task<> AppModel::addHandedOverFolders()
     if (!self || !refusal || !m_board)
         co_return;
     // A file manager's action leaves its own window in front, where the banner would go unseen.
-    if (m_notification && QGuiApplication::applicationState() != Qt::ApplicationActive)
+    if (m_notification && QGuiApplication::focusWindow() == nullptr)
         m_notification->post(*refusal);
     else // after the adding, whose reload would clear the banner
         m_board->showMessage(*refusal);
