@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QGuiApplication>
 #include <QFileInfo>
 #include <QPointer>
 #include <QUrl>
@@ -205,8 +206,12 @@ Task<> AppModel::addHandedOverFolders()
     const std::optional<QString> refusal = std::exchange(m_handoffRefusal, std::nullopt);
     if (!folders.isEmpty() && m_board)
         co_await m_board->addFolders(folders);
-    // After the adding, whose reload would clear the banner.
-    if (self && refusal && m_board)
+    if (!self || !refusal || !m_board)
+        co_return;
+    // A file manager's action leaves its own window in front, where the banner would go unseen.
+    if (m_notification && QGuiApplication::focusWindow() == nullptr)
+        m_notification->post(*refusal);
+    else // after the adding, whose reload would clear the banner
         m_board->showMessage(*refusal);
 }
 

@@ -4,6 +4,7 @@
 #include "AppGroupSources.h"
 #include "BoardModel.h"
 #include "DiagnosticsModel.h"
+#include "DesktopNotification.h"
 #include "FocusSettings.h"
 #include "FolderHandoff.h"
 #include "FolderPicker.h"
@@ -93,8 +94,10 @@ public:
 
     // Folders handed in from outside, such as the command line or a second launch. They are added
     // once start-up has loaded the board, so that a folder already on it is recognised, and why
-    // nothing could be taken shows in the board's banner; a failed start drops both.
+    // nothing could be taken shows in the board's banner, or as a desktop notification when one
+    // was given and no window of Velto is active; a failed start drops both.
     void handOver(const FolderHandoff &handoff);
+    void setDesktopNotification(DesktopNotification notification) { m_notification = std::move(notification); }
     // URIs from a second launch or a launcher, read as the command line is.
     void handOverURIs(const QStringList &uris);
 
@@ -139,6 +142,7 @@ private:
     std::unique_ptr<AnalyticsModel> m_analytics;
     QList<QUrl> m_handedOverFolders;
     std::optional<QString> m_handoffRefusal;
+    std::optional<DesktopNotification> m_notification;
     std::optional<InstanceLock> m_instanceLock;
     // The board has had its first load; folders handed over from now on are added at once.
     bool m_hasLoadedBoard = false;

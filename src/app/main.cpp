@@ -4,11 +4,13 @@
 #include "FolderHandoff.h"
 #include "AppearanceSetting.h"
 #include "DesktopColorScheme.h"
+#include "DesktopNotification.h"
 #include "TimerTray.h"
 #include "VeltoAppDelegate.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QtQml/qqmlextensionplugin.h>
@@ -63,7 +65,10 @@ int main(int argc, char **argv)
     delegate->watchTerminationSignals();
     delegate->watchSystemSleep(QDBusConnection::systemBus());
 
+    QGuiApplication::setDesktopFileName(u"io.quillmere.Velto"_s);
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(u"io.quillmere.Velto"_s, QIcon(u":/appIcon/io.quillmere.Velto.svg"_s)));
     AppModel appModel;
+    appModel.setDesktopNotification(DesktopNotification());
     const QStringList given = QApplication::arguments().mid(1);
     // Another Velto holds the board: the arguments go to it, and this process ends without having
     // opened the database.
@@ -71,8 +76,12 @@ int main(int argc, char **argv)
     if (claim.heldElsewhere) {
         const auto failure =
             SecondLaunch::handOver(QDBusConnection::sessionBus(), claim.identifier, given, QDir::currentPath());
-        if (failure)
+        if (failure) {
             std::fprintf(stderr, "%s\n", qPrintable(*failure));
+            // A file manager's action has no terminal to print to.
+            if (!given.isEmpty())
+                DesktopNotification().post(u"Velto is not ready yet."_s).waitForFinished();
+        }
         return failure ? EXIT_FAILURE : EXIT_SUCCESS;
     }
     // Without a bus, or with the name taken, Velto runs all the same; later launches just can't

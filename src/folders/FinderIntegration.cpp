@@ -22,9 +22,9 @@ bool anyExists(const QStringList &paths)
     return std::ranges::any_of(paths, [](const QString &path) { return QFileInfo::exists(path); });
 }
 
-QByteArray template_(const QString &name)
+QByteArray resource(const QString &path)
 {
-    QFile file(u":/fileManagerActions/"_s + name);
+    QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -37,6 +37,14 @@ QByteArray shellWord(const QString &path)
 }
 
 // A path as one argument of a desktop entry's Exec key.
+// A path as a string literal of Python.
+QByteArray pythonString(const QString &path)
+{
+    QByteArray quoted = path.toUtf8();
+    quoted.replace("\\", "\\\\").replace("\"", "\\\"").replace("\n", "\\n").replace("\r", "\\r");
+    return '"' + quoted + '"';
+}
+
 QByteArray execArgument(const QString &path)
 {
     QByteArray quoted = path.toUtf8();
@@ -89,14 +97,28 @@ void FinderIntegration::openExtensionSettings() const
 
 void FinderIntegration::installActions()
 {
-    QByteArray script = template_(u"add-to-velto-board.sh"_s);
+    QByteArray script = resource(u":/fileManagerActions/add-to-velto-board.sh"_s);
     script.replace("@VELTO_EXECUTABLE@", shellWord(m_executable));
-    QByteArray menu = template_(u"io.quillmere.Velto.AddToBoard.desktop"_s);
+    QByteArray menu = resource(u":/fileManagerActions/io.quillmere.Velto.AddToBoard.desktop"_s);
     menu.replace("@VELTO_EXECUTABLE@", execArgument(m_executable));
     QString failure = writeExecutable(m_places.userFilesScript(), script);
     if (failure.isEmpty())
         failure = writeExecutable(m_places.userDolphinMenu(), menu);
     setActionsError(failure);
+    refresh();
+}
+
+void FinderIntegration::installExtension()
+{
+    QByteArray extension = resource(u":/badgeExtension/velto_badges.py.in"_s);
+    extension.replace("@VELTO_EXECUTABLE@", pythonString(m_executable));
+    const QString folder = m_places.userExtensionFolder();
+    QString failure = writeExecutable(folder + u'/' + FileManagerPlaces::extensionFileName(), extension);
+    if (failure.isEmpty()) {
+        failure = writeExecutable(folder + u"/velto_badges_logic.py"_s,
+                                  resource(u":/badgeExtension/velto_badges_logic.py"_s));
+    }
+    setExtensionError(failure);
     refresh();
 }
 
@@ -120,4 +142,10 @@ void FinderIntegration::setActionsError(const QString &text)
 {
     if (assignIfChanged(m_actionsError, text))
         emit actionsErrorChanged();
+}
+
+void FinderIntegration::setExtensionError(const QString &text)
+{
+    if (assignIfChanged(m_extensionError, text))
+        emit extensionErrorChanged();
 }

@@ -126,14 +126,15 @@ QString PlatformText::extensionOff()
 
 QString PlatformText::extensionOnHelp()
 {
-    return u"If badges still do not appear, run `nautilus -q` in a terminal — the file manager caches which "
-           u"extensions it has loaded."_s;
+    return u"If badges still do not appear, run `nautilus -q` in a terminal — Files caches which extensions it "
+           u"has loaded."_s;
 }
 
 QString PlatformText::extensionOffHelp()
 {
     return u"Badging runs in an extension of Files, which needs the python3-nautilus package and Velto's "
-           u"extension in Files' extensions folder. Velto's package installs both."_s;
+           u"extension in Files' extensions folder. Velto's package installs both; Turn On puts the extension "
+           u"in your own extensions folder."_s;
 }
 
 QString PlatformText::actionsHelp()

@@ -117,3 +117,48 @@ TEST_F(FinderIntegrationTest, SaysWhyTheEntriesCouldNotBeInstalled)
     EXPECT_FALSE(integration.areActionsInstalled());
     EXPECT_TRUE(integration.actionsError().contains(u"could not be"_s)) << integration.actionsError().toStdString();
 }
+
+// Turn On puts the extension and its logic in the user's extensions folder, its menu entry calling
+// this very executable however its path is spelt; where the folder cannot be made, the row says so.
+TEST_F(FinderIntegrationTest, InstallsTheExtensionForTheUser)
+{
+    const struct {
+        const char *name;
+        QString executable;
+        QByteArray literal;
+    } cases[] = {
+        {"plain", u"/usr/bin/velto"_s, R"(VELTO_EXECUTABLE = "/usr/bin/velto")"},
+        {"quotes, backslash and a line break", u"/a \"b\"\\c\nd/velto"_s,
+         R"(VELTO_EXECUTABLE = "/a \"b\"\\c\nd/velto")"},
+        {"UTF-8", u"/home/zoë/構築/velto"_s, "VELTO_EXECUTABLE = \"/home/zo\xc3\xab/\xe6\xa7\x8b\xe7\xaf\x89/velto\""},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        const FolderSandbox sandbox;
+        put(sandbox, u"lib/libnautilus-python.so"_s);
+        FinderIntegration integration(placesIn(sandbox), c.executable);
+        QSignalSpy enabledChanges(&integration, &FinderIntegration::isExtensionEnabledChanged);
+        ASSERT_FALSE(integration.isExtensionEnabled());
+
+        integration.installExtension();
+
+        EXPECT_TRUE(integration.isExtensionEnabled());
+        EXPECT_EQ(enabledChanges.count(), 1);
+        EXPECT_TRUE(integration.extensionError().isEmpty());
+        const QString folder = sandbox.path(u"user/nautilus-python/extensions/"_s);
+        QFile extension(folder + u"velto_badges.py"_s);
+        ASSERT_TRUE(extension.open(QIODevice::ReadOnly));
+        const QByteArray text = extension.readAll();
+        EXPECT_TRUE(text.contains(c.literal + '\n')) << text.toStdString();
+        EXPECT_FALSE(text.contains("@VELTO_EXECUTABLE@"));
+        QFile logic(folder + u"velto_badges_logic.py"_s);
+        ASSERT_TRUE(logic.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(logic.readAll().contains("def emblem_for"));
+    }
+
+    put(m_sandbox, u"user/nautilus-python"_s); // a file where the folder should be
+    FinderIntegration integration(places(), u"/usr/bin/velto"_s);
+    integration.installExtension();
+    EXPECT_FALSE(integration.isExtensionEnabled());
+    EXPECT_TRUE(integration.extensionError().contains(u"could not be"_s)) << integration.extensionError().toStdString();
+}

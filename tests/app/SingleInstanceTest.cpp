@@ -2,12 +2,15 @@
 #include "ApplicationBusService.h"
 #include "Await.h"
 #include "BusName.h"
+#include "DesktopNotification.h"
+#include "../platform/FakeNotificationServer.h"
 #include "InstanceLock.h"
 #include "InstanceLockError.h"
 #include "SecondLaunch.h"
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -148,6 +151,58 @@ TEST_F(SingleInstanceTest, ASecondLaunchHandsItsArgumentsToTheRunningOne)
         EXPECT_EQ(names, c.cards);
     }
     QDBusConnection::disconnectFromBus(u"second"_s);
+}
+
+// With no window of Velto active, as when a file manager's action calls it, the sentence goes to
+// the desktop's notifications instead of a banner nobody sees; the folders are taken all the same.
+TEST_F(SingleInstanceTest, WithNoWindowActiveTheRefusalIsADesktopNotification)
+{
+    FakeNotificationServer server;
+    const auto running = model(m_dir.path());
+    running->setDesktopNotification(DesktopNotification(QDBusConnection::sessionBus()));
+    await(running->start());
+    ApplicationBusService launches;
+    ASSERT_TRUE(launches.publish(m_identifier));
+    QObject::connect(&launches, &ApplicationBusService::openRequested, running.get(), &AppModel::handOverURIs);
+    BoardModel *board = running->board();
+    ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
+
+    makeFolder(u"with 'quotes' and\nlines"_s);
+    QFile(m_dir.filePath(u"notes.txt"_s)).open(QIODevice::WriteOnly);
+    const struct {
+        const char *name;
+        QStringList arguments;
+        QStringList notified;
+        qsizetype cards;
+    } cases[] = {
+        {"files only", {u"notes.txt"_s}, {u"Velto tracks folders, not files. Select a folder instead."_s}, 0},
+        {"nothing readable", {u"https://example.org/"_s}, {u"Velto could not read the selection."_s}, 0},
+        {"a folder and a file", {m_dir.filePath(u"with 'quotes' and\nlines"_s), u"notes.txt"_s}, {}, 1},
+    };
+    const QDBusConnection secondLaunch = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"second"_s);
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        server.summaries.clear();
+        EXPECT_EQ(SecondLaunch::handOver(secondLaunch, m_identifier, c.arguments, m_dir.path()), std::nullopt);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return board->cards().size() == c.cards; }, 5000));
+        if (!c.notified.isEmpty()) {
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !server.summaries.isEmpty(); }, 5000));
+        }
+        QTest::qWait(50);
+        EXPECT_EQ(server.summaries, c.notified);
+        EXPECT_EQ(board->errorMessageText(), QString());
+    }
+    EXPECT_EQ(server.applications.value(0), u"Velto"_s);
+    QDBusConnection::disconnectFromBus(u"second"_s);
+}
+
+TEST(DesktopNotificationTest, WithoutAServerOrABusNothingFails)
+{
+    for (const QDBusConnection &bus : {QDBusConnection::sessionBus(), QDBusConnection(u"no-bus"_s)}) {
+        QDBusPendingCall call = DesktopNotification(bus).post(u"Velto is not ready yet."_s);
+        call.waitForFinished();
+        EXPECT_TRUE(call.isError());
+    }
 }
 
 TEST_F(SingleInstanceTest, WithNobodyAnsweringTheSecondLaunchSaysSoInOneSentence)

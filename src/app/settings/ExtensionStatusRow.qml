@@ -3,7 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Velto
 
-// Whether the badge extension can run in Files, and a way to its folder.
+// Whether the badge extension can run in Files; a way to install it for the user, or to its folder.
 ColumnLayout {
     id: row
     required property FinderIntegration integration
@@ -31,6 +31,11 @@ ColumnLayout {
     Button {
         objectName: "extensionButton"
         text: row.isOn ? "Manage…" : "Turn On…"
-        onClicked: row.integration.openExtensionSettings()
+        onClicked: row.isOn ? row.integration.openExtensionSettings() : row.integration.installExtension()
+    }
+    SettingsExplanation {
+        visible: row.integration.extensionError !== ""
+        text: row.integration.extensionError
+        color: Theme.orange
     }
 }
