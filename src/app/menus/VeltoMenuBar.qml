@@ -15,7 +15,7 @@ MenuBar {
     Menu {
         objectName: "fileMenu"
         title: "&File"
-        MenuItem {
+        CommandItem {
             objectName: "addFolderCommand"
             action: Action {
                 text: "Add Folder…"
@@ -24,7 +24,7 @@ MenuBar {
                 onTriggered: bar.commands.addFolder()
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "openInFileManagerCommand"
             action: Action {
                 text: PlatformWords.openInFileManager
@@ -34,7 +34,7 @@ MenuBar {
             }
         }
         MenuSeparator {}
-        MenuItem {
+        CommandItem {
             objectName: "settingsCommand"
             action: Action {
                 text: "Settings…"
@@ -43,7 +43,7 @@ MenuBar {
             }
         }
         MenuSeparator {}
-        MenuItem {
+        CommandItem {
             objectName: "quitCommand"
             action: Action {
                 text: "Quit"
@@ -56,7 +56,7 @@ MenuBar {
     Menu {
         objectName: "viewMenu"
         title: "&View"
-        MenuItem {
+        CommandItem {
             objectName: "refreshCommand"
             action: Action {
                 text: "Refresh"
@@ -65,7 +65,7 @@ MenuBar {
                 onTriggered: bar.commands.refresh()
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "manageTaxonomyCommand"
             action: Action {
                 text: "Projects & Tags…"
@@ -75,7 +75,7 @@ MenuBar {
             }
         }
         MenuSeparator {}
-        MenuItem {
+        CommandItem {
             objectName: "analyticsCommand"
             action: Action {
                 text: "Analytics"
@@ -83,7 +83,7 @@ MenuBar {
                 onTriggered: bar.analyticsRequested()
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "diagnosticsCommand"
             action: Action {
                 text: "Diagnostics"
@@ -96,7 +96,7 @@ MenuBar {
         id: cardMenu
         objectName: "cardMenu"
         title: "&Card"
-        MenuItem {
+        CommandItem {
             objectName: "moveTopCommand"
             action: Action {
                 text: "Move to Top"
@@ -104,7 +104,7 @@ MenuBar {
                 onTriggered: bar.commands.moveSelectedCard(0)
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "moveUpCommand"
             action: Action {
                 text: "Move Up"
@@ -113,7 +113,7 @@ MenuBar {
                 onTriggered: bar.commands.moveSelectedCard(1)
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "moveDownCommand"
             action: Action {
                 text: "Move Down"
@@ -122,7 +122,7 @@ MenuBar {
                 onTriggered: bar.commands.moveSelectedCard(2)
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "moveBottomCommand"
             action: Action {
                 text: "Move to Bottom"
@@ -164,7 +164,7 @@ MenuBar {
     Menu {
         objectName: "timerMenu"
         title: "&Timer"
-        MenuItem {
+        CommandItem {
             objectName: "startTimerCommand"
             action: Action {
                 text: "Start Timer on Selected Card"
@@ -173,7 +173,7 @@ MenuBar {
                 onTriggered: bar.commands.startTimerOnSelectedCard()
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "stopTimerCommand"
             action: Action {
                 text: "Stop Timer"
@@ -186,7 +186,7 @@ MenuBar {
     Menu {
         objectName: "helpMenu"
         title: "&Help"
-        MenuItem {
+        CommandItem {
             objectName: "shortcutsCommand"
             action: Action {
                 text: "Keyboard Shortcuts"
