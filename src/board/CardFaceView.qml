@@ -306,7 +306,8 @@ Item {
         // whole width.
         RowLayout {
             width: parent.width
-            visible: progressRow.visible || workingProgressRow.visible
+            // From the counts: a child's own visibility would follow this row's.
+            visible: progressRow.total >= 1 || workingProgressRow.total >= 1
             spacing: 12
 
             ProgressRow {

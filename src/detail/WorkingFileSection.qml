@@ -63,6 +63,7 @@ ColumnLayout {
     }
 
     Column {
+        id: taskList
         objectName: "workingFileTasks"
         visible: section.tasks.length > 0
         spacing: 4
@@ -74,7 +75,7 @@ ColumnLayout {
                 id: taskRow
                 required property var modelData
                 objectName: "workingFileTask"
-                width: parent.width
+                width: taskList.width
                 spacing: 6
                 Label {
                     text: taskRow.modelData.done ? "☑" : "☐"
@@ -106,6 +107,7 @@ ColumnLayout {
     }
 
     Column {
+        id: logList
         objectName: "workingFileLog"
         visible: section.log.length > 0
         spacing: 4
@@ -117,7 +119,7 @@ ColumnLayout {
                 id: logRow
                 required property var modelData
                 objectName: "workingFileLogEntry"
-                width: parent.width
+                width: logList.width
                 spacing: 8
                 Label {
                     text: logRow.modelData.date
