@@ -3,6 +3,7 @@
 #include "AppModel.h"
 #include "BoardModel.h"
 #include "TimerModel.h"
+#include "VocabularyIndex.h"
 
 VeltoCommands::VeltoCommands(QObject *parent)
     : QObject(parent)
@@ -104,6 +105,15 @@ void VeltoCommands::setSelectedCardStatus(int status)
 {
     if (BoardModel *board = m_app ? m_app->board() : nullptr; board && m_availability.setStatus)
         board->requestSetStatus(selectedCardID(), status);
+}
+
+void VeltoCommands::moveSelectedCardAcross(int step)
+{
+    BoardModel *board = m_app ? m_app->board() : nullptr;
+    if (!board || !m_availability.setStatus)
+        return;
+    if (const auto card = board->selectedCard())
+        board->requestSetStatus(card->id, VocabularyIndex::indexOf(allCardStatuses, card->status) + step);
 }
 
 void VeltoCommands::startTimerOnSelectedCard()

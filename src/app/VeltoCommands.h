@@ -53,6 +53,9 @@ public:
     // `move` counts as the card menu's: 0 top, 1 up, 2 down, 3 bottom.
     Q_INVOKABLE void moveSelectedCard(int move);
     Q_INVOKABLE void setSelectedCardStatus(int status);
+    // The column before (-1) or after (+1) the selected card's; past the first or last column the
+    // card stays.
+    Q_INVOKABLE void moveSelectedCardAcross(int step);
     Q_INVOKABLE void startTimerOnSelectedCard();
     Q_INVOKABLE void stopTimer();
 

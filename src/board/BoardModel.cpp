@@ -24,7 +24,7 @@ BoardModel::BoardModel(VeltoServices services, TimerModel *timer, std::shared_pt
 {
     for (auto changed : {&BoardModel::cardsChanged, &BoardModel::projectsChanged, &BoardModel::tagsChanged,
                          &BoardModel::tagIDsByCardChanged, &BoardModel::checklistProgressChanged,
-                         &BoardModel::resolutionsChanged, &BoardModel::filterChanged,
+                         &BoardModel::resolutionsChanged, &BoardModel::workingFilesChanged, &BoardModel::filterChanged,
                          &BoardModel::groupByProjectChanged, &BoardModel::sortByPriorityChanged})
         connect(this, changed, this, &BoardModel::presentationChanged);
     // What is due soon is counted in days, so a new day changes the list without a reload.
@@ -76,6 +76,12 @@ void BoardModel::setResolutions(const QHash<QString, CardResolution> &resolution
 {
     if (assignIfChanged(m_resolutions, resolutions))
         emit resolutionsChanged();
+}
+
+void BoardModel::setWorkingFiles(const QHash<QString, WorkingFileRead> &files)
+{
+    if (assignIfChanged(m_workingFiles, files))
+        emit workingFilesChanged();
 }
 
 void BoardModel::setIsLoading(bool loading)

@@ -20,6 +20,7 @@
 #include "Task.h"
 #include "TimerModel.h"
 #include "VeltoServices.h"
+#include "WorkingFileRead.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -92,6 +93,8 @@ public:
     [[nodiscard]] const QHash<QString, QSet<QString>> &tagIDsByCard() const { return m_tagIDsByCard; }
     [[nodiscard]] const QHash<QString, ChecklistProgress> &checklistProgress() const { return m_checklistProgress; }
     [[nodiscard]] const QHash<QString, CardResolution> &resolutions() const { return m_resolutions; }
+    // The working files of the cards that have one in a folder that is there, by card id.
+    [[nodiscard]] const QHash<QString, WorkingFileRead> &workingFiles() const { return m_workingFiles; }
     [[nodiscard]] bool isLoading() const { return m_isLoading; }
     [[nodiscard]] const std::optional<QString> &errorMessage() const { return m_errorMessage; }
     [[nodiscard]] QString errorMessageText() const { return m_errorMessage.value_or(QString()); }
@@ -248,6 +251,7 @@ signals:
     void tagIDsByCardChanged();
     void checklistProgressChanged();
     void resolutionsChanged();
+    void workingFilesChanged();
     void isLoadingChanged();
     void errorMessageChanged();
     void filterChanged();
@@ -284,6 +288,7 @@ private:
     void setTagIDsByCard(const QHash<QString, QSet<QString>> &links);
     void setChecklistProgress(const QHash<QString, ChecklistProgress> &progress);
     void setResolutions(const QHash<QString, CardResolution> &resolutions);
+    void setWorkingFiles(const QHash<QString, WorkingFileRead> &files);
     void setIsLoading(bool loading);
     void setErrorMessage(const std::optional<QString> &message);
     void setBriefingCopiedAt(const std::optional<VeltoDate> &copiedAt);
@@ -307,6 +312,7 @@ private:
     QHash<QString, QSet<QString>> m_tagIDsByCard;
     QHash<QString, ChecklistProgress> m_checklistProgress;
     QHash<QString, CardResolution> m_resolutions;
+    QHash<QString, WorkingFileRead> m_workingFiles;
     bool m_isLoading = false;
     std::optional<QString> m_errorMessage;
     BoardFilter m_filter;

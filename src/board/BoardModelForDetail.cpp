@@ -3,9 +3,32 @@
 
 #include "BoardModel.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Log entries the pane shows, the newest ones.
+constexpr qsizetype shownLogEntries = 5;
+
+QVariantMap workingFileDetail(const std::optional<WorkingFileRead> &read)
+{
+    if (!read)
+        return {{u"exists"_s, false}};
+    QVariantList tasks;
+    for (const WorkingFile::Checkbox &task : read->file.tasks)
+        tasks.append(QVariantMap{{u"text"_s, task.text}, {u"done"_s, task.done}});
+    QVariantList log;
+    const QList<WorkingFile::LogEntry> &entries = read->file.log;
+    for (qsizetype i = std::max<qsizetype>(0, entries.size() - shownLogEntries); i < entries.size(); ++i)
+        log.append(QVariantMap{{u"date"_s, entries.at(i).date}, {u"text"_s, entries.at(i).text}});
+    return {{u"exists"_s, true},
+            {u"url"_s, QUrl::fromLocalFile(read->path)},
+            {u"failure"_s, read->failure.value_or(QString())},
+            {u"tasks"_s, tasks},
+            {u"log"_s, log}};
+}
 
 // The pane stores what the user typed without its surrounding blanks, and nothing for a blank.
 std::optional<QString> storedText(const QString &text)
@@ -26,6 +49,9 @@ QVariantMap BoardModel::cardDetail(const QString &cardID) const
     detail.insert(u"goal"_s, card->goal.value_or(QString()));
     const auto url = folderURL(*card);
     detail.insert(u"hasFolderURL"_s, url.has_value());
+    const auto working = m_workingFiles.constFind(cardID);
+    detail.insert(u"workingFile"_s, workingFileDetail(working == m_workingFiles.cend()
+                                                          ? std::nullopt : std::optional(*working)));
     return detail;
 }
 

@@ -168,6 +168,10 @@ QVariantMap BoardModel::face(const Card &card) const
     const ChecklistProgress progress = m_checklistProgress.value(card.id);
     face.insert(u"progressDone"_s, progress.done);
     face.insert(u"progressTotal"_s, progress.total);
+    // A file that could not be read counts no tasks; the detail pane says why.
+    const WorkingFile working = m_workingFiles.value(card.id).file;
+    face.insert(u"workingDone"_s, int(working.doneCount()));
+    face.insert(u"workingTotal"_s, int(working.tasks.size()));
     const auto resolution = m_resolutions.constFind(card.id);
     const bool resolved = resolution != m_resolutions.cend();
     face.insert(u"availability"_s, resolved ? availabilityWord(resolution->availability) : QString());

@@ -1,6 +1,7 @@
 #include "BoardModel.h"
 
 #include "Offload.h"
+#include "WorkingFileCache.h"
 
 #include <coroutine>
 #include <exception>
@@ -33,6 +34,17 @@ QHash<QString, CardResolution> withEarlierVerdicts(QHash<QString, CardResolution
             known.insert(card.id, *verdict);
     }
     return known;
+}
+
+// The folders that are where the verdicts say, by card id.
+QHash<QString, QString> reachableFolders(const QHash<QString, CardResolution> &resolutions)
+{
+    QHash<QString, QString> folders;
+    for (auto verdict = resolutions.cbegin(); verdict != resolutions.cend(); ++verdict) {
+        if (verdict->availability == CardResolution::Availability::available && verdict->locationURL)
+            folders.insert(verdict.key(), verdict->locationURL->toLocalFile());
+    }
+    return folders;
 }
 
 void joinVerdicts(QHash<QString, CardResolution> &into, const QHash<QString, CardResolution> &searched)
@@ -144,6 +156,13 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
                 co_return false;
             setResolutions(resolutions);
         }
+        auto readWorkingFiles = [earlier = m_workingFiles, folders = reachableFolders(resolutions)] {
+            return WorkingFileCache::refreshed(earlier, folders);
+        };
+        const auto workingFiles = co_await onThreadPool(readWorkingFiles);
+        if (!self)
+            co_return false;
+        setWorkingFiles(workingFiles);
         // Only a clean read of every source clears the banner.
         setErrorMessage(std::nullopt);
 

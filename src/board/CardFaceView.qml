@@ -302,14 +302,35 @@ Item {
             }
         }
 
-        ProgressRow {
-            id: progressRow
-
-            objectName: "progressRow"
+        // The checklist and the tasks of the folder's velto.md side by side; either alone takes the
+        // whole width.
+        RowLayout {
             width: parent.width
-            visible: progressRow.total >= 1
-            done: root.face.progressDone ?? 0
-            total: root.face.progressTotal ?? 0
+            // From the counts: a child's own visibility would follow this row's.
+            visible: progressRow.total >= 1 || workingProgressRow.total >= 1
+            spacing: 12
+
+            ProgressRow {
+                id: progressRow
+
+                objectName: "progressRow"
+                visible: progressRow.total >= 1
+                done: root.face.progressDone ?? 0
+                total: root.face.progressTotal ?? 0
+                Layout.fillWidth: true
+            }
+
+            ProgressRow {
+                id: workingProgressRow
+
+                objectName: "workingProgressRow"
+                visible: workingProgressRow.total >= 1
+                done: root.face.workingDone ?? 0
+                total: root.face.workingTotal ?? 0
+                noun: "tasks in velto.md"
+                partName: "workingProgress"
+                Layout.fillWidth: true
+            }
         }
 
         RepairChip {

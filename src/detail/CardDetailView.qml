@@ -91,6 +91,11 @@ ScrollView {
             Layout.fillWidth: true
         }
         DetailDivider {}
+        WorkingFileSection {
+            workingFile: root.card.workingFile
+            Layout.fillWidth: true
+        }
+        DetailDivider {}
         FolderBrowserSection {
             detail: root.detail
             Layout.fillWidth: true

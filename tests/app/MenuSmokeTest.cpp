@@ -26,6 +26,14 @@ void scrollTo(QQuickItem *item)
 
 TEST_F(SmokeTest, EveryMenuBarCommandActsOnTheSelectedCard)
 {
+    // Nothing selected: no column to move to.
+    QObject *unselected = openMenuBarMenu(u"cardMenu"_s);
+    ASSERT_NE(unselected, nullptr);
+    EXPECT_FALSE(entryOf(unselected, u"movePreviousColumnCommand"_s)->isEnabled());
+    EXPECT_FALSE(entryOf(unselected, u"moveNextColumnCommand"_s)->isEnabled());
+    QMetaObject::invokeMethod(unselected, "close");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !unselected->property("visible").toBool(); }, 2000));
+
     click(cellOf(u"Atlas"_s));
     ASSERT_TRUE(QTest::qWaitFor([&] { return board()->selectedCardIDText() == stored(u"Atlas"_s).id; }, 3000));
 
@@ -47,6 +55,10 @@ TEST_F(SmokeTest, EveryMenuBarCommandActsOnTheSelectedCard)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !await(database().runningSession()).has_value(); }, 3000));
 
     pressMenuBarEntry(u"cardMenu"_s, u"statusCommand2"_s, u"statusCommandMenu"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).status == CardStatus::waiting; }, 3000));
+    pressMenuBarEntry(u"cardMenu"_s, u"moveNextColumnCommand"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).status == CardStatus::complete; }, 3000));
+    pressMenuBarEntry(u"cardMenu"_s, u"movePreviousColumnCommand"_s);
     EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Atlas"_s).status == CardStatus::waiting; }, 3000));
 
     // While the columns sort themselves the moves are off, and the status still works.
@@ -92,6 +104,18 @@ TEST_F(SmokeTest, ShortcutsReachTheCommands)
     EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().at(2).displayName == u"Beacon"_s; }, 3000));
     press(Qt::Key_Up, Qt::ControlModifier | Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return notStarted().at(1).displayName == u"Beacon"_s; }, 3000));
+
+    // Across the columns, and no further than the first.
+    const struct { Qt::Key key; CardStatus status; } across[] = {
+        {Qt::Key_Right, CardStatus::inProgress}, {Qt::Key_Right, CardStatus::waiting},
+        {Qt::Key_Left, CardStatus::inProgress}, {Qt::Key_Left, CardStatus::notStarted},
+        {Qt::Key_Left, CardStatus::notStarted}};
+    for (const auto &step : across) {
+        press(step.key, Qt::ControlModifier | Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return stored(u"Beacon"_s).status == step.status; }, 3000))
+            << int(step.status);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return board()->selectedCard()->status == step.status; }, 3000));
+    }
 
     press(Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return await(database().runningSession()).has_value(); }, 3000));

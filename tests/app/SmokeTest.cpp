@@ -1,7 +1,9 @@
 #include "SmokeFixture.h"
 #include "QmlWarningGuard.h"
 
+#include <QDesktopServices>
 #include <QDirIterator>
+#include <QFile>
 #include <QQmlComponent>
 
 #include <gtest/gtest.h>
@@ -192,6 +194,69 @@ TEST_F(SmokeTest, ThePaneOfACardSetsEachFieldAndCopiesTheBriefing)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !board()->selectedCardID().has_value(); }, 3000));
 }
 
+// Takes the place of the desktop's handler of local files, so that Open reaches no editor.
+class OpenedFiles : public QObject {
+    Q_OBJECT
+
+public:
+    OpenedFiles() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
+    ~OpenedFiles() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl &url) { urls.append(url); }
+};
+
+// A velto.md kept by an agent: its tasks count on the card's face, and its pane lists them with
+// the newest five entries of its log; a checkbox in a fenced block is none of them.
+TEST_F(SmokeTest, TheWorkingFileShowsOnTheFaceAndInThePane)
+{
+    QFile file(m_sandbox.path(u"work/Beacon/velto.md"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("# Beacon\n\n## Tasks\n- [x] one\n- [x] two\n- [ ] three\n- [ ] four\n- [ ] five\n"
+               "```\n- [x] sample, not a task\n```\n\n## Log\n- 2026-08-20 first\n- 2026-08-21 second\n"
+               "- 2026-08-22 third\n- 2026-08-23 fourth\n- 2026-08-24 fifth\n- 2026-08-25 sixth\n");
+    file.close();
+    await(board()->reload());
+
+    QQuickItem *count = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        count = cellOf(u"Beacon"_s) ? itemNamed(cellOf(u"Beacon"_s), u"workingProgressCount"_s) : nullptr;
+        return count != nullptr && count->isVisible();
+    }, 3000));
+    EXPECT_EQ(count->property("text").toString(), u"2/5"_s);
+    EXPECT_FALSE(itemNamed(cellOf(u"Atlas"_s), u"workingProgressCount"_s)->isVisible());
+
+    click(cellOf(u"Beacon"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return named(u"workingFileSection"_s) != nullptr; }, 3000));
+    const auto texts = [&](const QString &name) {
+        QStringList found;
+        for (QQuickItem *item : itemsNamed(named(u"workingFileSection"_s), name))
+            found.append(item->property("text").toString());
+        return found;
+    };
+    EXPECT_EQ(texts(u"workingFileTaskText"_s), (QStringList{u"one"_s, u"two"_s, u"three"_s, u"four"_s, u"five"_s}));
+    EXPECT_EQ(texts(u"workingFileLogText"_s),
+              (QStringList{u"second"_s, u"third"_s, u"fourth"_s, u"fifth"_s, u"sixth"_s}));
+    EXPECT_EQ(named(u"workingFileProgress"_s)->property("text").toString(), u"2/5"_s);
+    EXPECT_FALSE(named(u"workingFileNote"_s)->isVisible());
+
+    const OpenedFiles opened;
+    click(named(u"openWorkingFileButton"_s));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !opened.urls.isEmpty(); }, 3000));
+    EXPECT_EQ(opened.urls.value(0), m_sandbox.url(u"work/Beacon/velto.md"_s));
+
+    // A card without the file says who is to make it.
+    click(cellOf(u"Atlas"_s));
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return named(u"workingFileNote"_s) != nullptr && named(u"workingFileNote"_s)->isVisible()
+            && board()->selectedCardID() == stored(u"Atlas"_s).id;
+    }, 3000));
+    EXPECT_TRUE(named(u"workingFileNote"_s)->property("text").toString().contains(u"briefing asks the agent"_s));
+    EXPECT_FALSE(named(u"openWorkingFileButton"_s)->isVisible());
+}
+
 // The windows beside the board: opened by the bar's buttons and the keys, one of each however often
 // they are asked for; the diagnostics hear their own post and take a new snapshot on Reload.
 TEST_F(SmokeTest, TheAnalyticsAndDiagnosticsWindowsOpenFromTheBarAndTheKeys)
@@ -302,3 +367,5 @@ TEST(ViewWarnings, TheGuardTellsAViewsWarningsFromOtherMessages)
 }
 
 } // namespace
+
+#include "SmokeTest.moc"

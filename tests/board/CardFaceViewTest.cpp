@@ -149,6 +149,30 @@ TEST(CardFaceView, ProgressRowCountsTheChecklistOnlyWhenItHasItems)
     }
 }
 
+TEST(CardFaceView, TheWorkingFilesTasksStandBesideTheChecklistOnlyWhenThereAreSome)
+{
+    const struct { const char *name; int checklist, tasks; } cases[] = {
+        {"neither", 0, 0}, {"tasks alone", 0, 4}, {"both", 3, 4}, {"checklist alone", 3, 0}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        const CardFace face({{u"progressDone"_s, 1}, {u"progressTotal"_s, c.checklist},
+                             {u"workingDone"_s, 2}, {u"workingTotal"_s, c.tasks}});
+        ASSERT_EQ(face.shows(u"workingProgressRow"_s), c.tasks > 0);
+        ASSERT_EQ(face.shows(u"progressRow"_s), c.checklist > 0);
+        if (c.tasks == 0)
+            continue;
+        EXPECT_EQ(face.read(u"workingProgressCount"_s, "text").toString(), u"2/%1"_s.arg(c.tasks));
+        EXPECT_EQ(face.read(u"workingProgressRow"_s, "helpText").toString(),
+                  u"2 of %1 tasks in velto.md done"_s.arg(c.tasks));
+        if (c.checklist > 0) {
+            QQuickItem *checklist = face.part(u"progressRow"_s);
+            QQuickItem *tasks = face.part(u"workingProgressRow"_s);
+            EXPECT_EQ(checklist->y(), tasks->y());
+            EXPECT_GT(tasks->x(), checklist->x() + checklist->width());
+        }
+    }
+}
+
 TEST(CardFaceView, PathLineTellsNameProjectAndPlaceInThatOrder)
 {
     const CardFace plain;

@@ -16,6 +16,8 @@ QtObject {
     readonly property string diagnostics: "Ctrl+Shift+D"
     readonly property string moveUp: "Ctrl+Alt+Up"
     readonly property string moveDown: "Ctrl+Alt+Down"
+    readonly property string moveLeft: "Ctrl+Alt+Left"
+    readonly property string moveRight: "Ctrl+Alt+Right"
     readonly property string startTimer: "Ctrl+Shift+T"
     readonly property string stopTimer: "Ctrl+Shift+."
     readonly property string shortcuts: "F1"
@@ -31,6 +33,8 @@ QtObject {
         { menu: "View", command: "Diagnostics", keys: diagnostics },
         { menu: "Card", command: "Move Up", keys: moveUp },
         { menu: "Card", command: "Move Down", keys: moveDown },
+        { menu: "Card", command: "Move to Previous Column", keys: moveLeft },
+        { menu: "Card", command: "Move to Next Column", keys: moveRight },
         { menu: "Timer", command: "Start Timer on Selected Card", keys: startTimer },
         { menu: "Timer", command: "Stop Timer", keys: stopTimer },
         { menu: "Help", command: "Keyboard Shortcuts", keys: shortcuts }

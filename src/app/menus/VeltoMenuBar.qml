@@ -130,6 +130,24 @@ MenuBar {
                 onTriggered: bar.commands.moveSelectedCard(3)
             }
         }
+        MenuItem {
+            objectName: "movePreviousColumnCommand"
+            action: Action {
+                text: "Move to Previous Column"
+                shortcut: MenuShortcuts.moveLeft
+                enabled: bar.commands.canSetStatus
+                onTriggered: bar.commands.moveSelectedCardAcross(-1)
+            }
+        }
+        MenuItem {
+            objectName: "moveNextColumnCommand"
+            action: Action {
+                text: "Move to Next Column"
+                shortcut: MenuShortcuts.moveRight
+                enabled: bar.commands.canSetStatus
+                onTriggered: bar.commands.moveSelectedCardAcross(1)
+            }
+        }
         MenuSeparator {}
         Menu {
             id: statusMenu
