@@ -161,9 +161,11 @@ TEST_F(DiagnosticsTest, ThePostsOfEveryProcessAreCountedWithoutANewSnapshot)
 
     QSignalSpy stateChanges(&model, &DiagnosticsModel::stateChanged);
     model.postChangeNotification();
-    ASSERT_TRUE(waitFor([&] { return model.notificationsReceived() == 1; }));
+    // Other tests on the same bus may post too, so each step counts from where the last one left.
+    ASSERT_TRUE(waitFor([&] { return model.notificationsReceived() >= 1; }));
     EXPECT_TRUE(model.lastNotificationAt().has_value());
 
+    const int beforeProbe = model.notificationsReceived();
     QProcess probe;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(u"VELTO_APP_GROUP"_s);
@@ -171,12 +173,13 @@ TEST_F(DiagnosticsTest, ThePostsOfEveryProcessAreCountedWithoutANewSnapshot)
     probe.start(QStringLiteral(VELTO_PROBE_PATH), {u"--post"_s});
     ASSERT_TRUE(probe.waitForFinished(10000));
     ASSERT_EQ(probe.exitCode(), 0) << probe.readAllStandardError().toStdString();
-    EXPECT_TRUE(waitFor([&] { return model.notificationsReceived() == 2; }));
+    EXPECT_TRUE(waitFor([&] { return model.notificationsReceived() > beforeProbe; }));
     EXPECT_EQ(stateChanges.count(), 0);
 
     // A refresh takes a new snapshot; the observation and its count go on.
+    const int beforeRefresh = model.notificationsReceived();
     await(model.refresh());
-    EXPECT_EQ(model.notificationsReceived(), 2);
+    EXPECT_GE(model.notificationsReceived(), beforeRefresh);
     EXPECT_TRUE(model.isObserving());
 }
 

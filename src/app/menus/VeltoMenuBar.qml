@@ -130,7 +130,7 @@ MenuBar {
                 onTriggered: bar.commands.moveSelectedCard(3)
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "movePreviousColumnCommand"
             action: Action {
                 text: "Move to Previous Column"
@@ -139,7 +139,7 @@ MenuBar {
                 onTriggered: bar.commands.moveSelectedCardAcross(-1)
             }
         }
-        MenuItem {
+        CommandItem {
             objectName: "moveNextColumnCommand"
             action: Action {
                 text: "Move to Next Column"
