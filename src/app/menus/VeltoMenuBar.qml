@@ -12,8 +12,12 @@ MenuBar {
     signal diagnosticsRequested()
     signal shortcutsRequested()
 
+    // A menu is as wide as its style says, not as its entries; these need room for their keys.
+    readonly property int menuWidth: 340
+
     Menu {
         objectName: "fileMenu"
+        width: bar.menuWidth
         title: "&File"
         CommandItem {
             objectName: "addFolderCommand"
@@ -55,6 +59,7 @@ MenuBar {
     }
     Menu {
         objectName: "viewMenu"
+        width: bar.menuWidth
         title: "&View"
         CommandItem {
             objectName: "refreshCommand"
@@ -95,6 +100,7 @@ MenuBar {
     Menu {
         id: cardMenu
         objectName: "cardMenu"
+        width: bar.menuWidth
         title: "&Card"
         CommandItem {
             objectName: "moveTopCommand"
@@ -181,6 +187,7 @@ MenuBar {
     }
     Menu {
         objectName: "timerMenu"
+        width: bar.menuWidth
         title: "&Timer"
         CommandItem {
             objectName: "startTimerCommand"
@@ -203,6 +210,7 @@ MenuBar {
     }
     Menu {
         objectName: "helpMenu"
+        width: bar.menuWidth
         title: "&Help"
         CommandItem {
             objectName: "shortcutsCommand"
