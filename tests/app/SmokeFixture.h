@@ -120,6 +120,12 @@ protected:
     {
         QObject *menu = openMenuBarMenu(menuName);
         ASSERT_NE(menu, nullptr) << menuName.toStdString();
+        pressEntry(menu, entry, submenu);
+    }
+
+    // Presses `entry` of an open menu, or of its submenu `submenu`; a disabled entry fails the test.
+    void pressEntry(QObject *menu, const QString &entry, const QString &submenu)
+    {
         QObject *owner = menu;
         if (!submenu.isEmpty()) {
             owner = menu->findChild<QObject *>(submenu);
@@ -164,14 +170,7 @@ protected:
     {
         QObject *menu = openCardMenu(card);
         ASSERT_NE(menu, nullptr) << card.toStdString();
-        QObject *owner = menu;
-        if (!submenu.isEmpty()) {
-            owner = menu->findChild<QObject *>(submenu);
-            ASSERT_NE(owner, nullptr) << submenu.toStdString();
-            click(itemOpening(menu, owner));
-            ASSERT_TRUE(QTest::qWaitFor([&] { return owner->property("opened").toBool(); }, 2000));
-        }
-        click(entryOf(owner, entry));
+        pressEntry(menu, entry, submenu);
     }
 
     // The entry of the menu that opens `submenu`.
