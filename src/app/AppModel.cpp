@@ -1,6 +1,7 @@
 #include "AppModel.h"
 
 #include "AppGroupError.h"
+#include "ApplicationBusService.h"
 #include "AssignIfChanged.h"
 #include "DesktopFolderPicker.h"
 #include "FileManagerReveal.h"
@@ -120,6 +121,7 @@ Task<> AppModel::start()
         if (self) {
             m_handedOverFolders.clear();
             m_handoffRefusal.reset();
+            m_wantsFolderChooser = false;
             setStartup(Startup::failed(QString::fromUtf8(failure.what())));
         }
         co_return;
@@ -143,11 +145,14 @@ Task<> AppModel::start()
         co_return;
     m_hasLoadedBoard = true;
     co_await addHandedOverFolders();
+    if (self && std::exchange(m_wantsFolderChooser, false))
+        requestAddFolders();
 }
 
 Task<> AppModel::retry()
 {
     m_hasLoadedBoard = false;
+    m_wantsFolderChooser = false;
     setServices(std::nullopt);
     setBoard(nullptr);
     setDiagnostics(nullptr);
@@ -197,6 +202,28 @@ void AppModel::handOverURIs(const QStringList &uris)
 {
     // Launches send absolute URIs, so no working directory of this process is read into them.
     handOver(FolderHandoff::fromArguments(uris, QDir::rootPath()));
+}
+
+void AppModel::requestAddFolders()
+{
+    if (m_hasLoadedBoard && m_board)
+        m_board->requestAddFoldersFromPanel();
+    else
+        m_wantsFolderChooser = true;
+}
+
+void AppModel::runAction(const QString &name)
+{
+    emit activationRequested();
+    if (name == addFolderAction())
+        requestAddFolders();
+}
+
+void AppModel::answerLaunches(ApplicationBusService &launches)
+{
+    connect(&launches, &ApplicationBusService::activationRequested, this, &AppModel::activationRequested);
+    connect(&launches, &ApplicationBusService::openRequested, this, &AppModel::handOverURIs);
+    connect(&launches, &ApplicationBusService::actionRequested, this, &AppModel::runAction);
 }
 
 Task<> AppModel::addHandedOverFolders()

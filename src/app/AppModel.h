@@ -26,6 +26,8 @@
 // The root of the running system: it finds the shared container, opens and migrates the database,
 // and then holds every long-lived model. Until that has worked, the window shows a waiting or a
 // failure screen, and no model exists.
+class ApplicationBusService;
+
 class AppModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -100,6 +102,15 @@ public:
     void setDesktopNotification(DesktopNotification notification) { m_notification = std::move(notification); }
     // URIs from a second launch or a launcher, read as the command line is.
     void handOverURIs(const QStringList &uris);
+    // The launcher's "Add to Velto Board", or `velto --add-folder`: the folder chooser, once the
+    // board has loaded.
+    void requestAddFolders();
+    // A launcher's action by the name the desktop entry gives it; the window comes forward for
+    // any name, known or not.
+    void runAction(const QString &name);
+    static QString addFolderAction() { return QStringLiteral("add-folder"); }
+    // Answers a second launch or a launcher, as the running Velto does.
+    void answerLaunches(ApplicationBusService &launches);
 
     // What the window calls; each starts the task and returns at once.
     Q_INVOKABLE void requestStart();
@@ -146,4 +157,6 @@ private:
     std::optional<InstanceLock> m_instanceLock;
     // The board has had its first load; folders handed over from now on are added at once.
     bool m_hasLoadedBoard = false;
+    // The folder chooser was asked for before the board had loaded.
+    bool m_wantsFolderChooser = false;
 };

@@ -22,4 +22,9 @@ constexpr int answerTimeout = 10000;
 [[nodiscard]] std::optional<QString> handOver(QDBusConnection bus, const QString &identifier,
                                               const QStringList &arguments, const QString &workingDirectory);
 
+// Asks the Velto that answers on `bus` under `identifier` to run a launcher's action. Nothing when
+// it took it; otherwise the one sentence saying so.
+[[nodiscard]] std::optional<QString> activateAction(QDBusConnection bus, const QString &identifier,
+                                                    const QString &action);
+
 } // namespace SecondLaunch

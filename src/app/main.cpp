@@ -19,6 +19,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 Q_IMPORT_QML_PLUGIN(VeltoPlugin)
 
@@ -39,6 +40,24 @@ bool hasSomewhereToDraw(int argc, char **argv)
             return true;
     }
     return false;
+}
+
+// Another Velto holds the board: the folders, and the wish for the folder chooser, go to it.
+int handToTheRunningVelto(const QString &identifier, const QStringList &given, bool wantsFolderChooser)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    std::optional<QString> failure;
+    if (!wantsFolderChooser || !given.isEmpty())
+        failure = SecondLaunch::handOver(bus, identifier, given, QDir::currentPath());
+    if (!failure && wantsFolderChooser)
+        failure = SecondLaunch::activateAction(bus, identifier, AppModel::addFolderAction());
+    if (!failure)
+        return EXIT_SUCCESS;
+    std::fprintf(stderr, "%s\n", qPrintable(*failure));
+    // A file manager's or a launcher's action has no terminal to print to.
+    if (!given.isEmpty() || wantsFolderChooser)
+        DesktopNotification().post(u"Velto is not ready yet."_s).waitForFinished();
+    return EXIT_FAILURE;
 }
 
 } // namespace
@@ -69,32 +88,25 @@ int main(int argc, char **argv)
     QGuiApplication::setWindowIcon(QIcon::fromTheme(u"io.quillmere.Velto"_s, QIcon(u":/appIcon/io.quillmere.Velto.svg"_s)));
     AppModel appModel;
     appModel.setDesktopNotification(DesktopNotification());
-    const QStringList given = QApplication::arguments().mid(1);
-    // Another Velto holds the board: the arguments go to it, and this process ends without having
-    // opened the database.
+    QStringList given = QApplication::arguments().mid(1);
+    // The launcher's "Add to Velto Board" runs `velto --add-folder` where it can't call Velto on
+    // the bus.
+    const bool wantsFolderChooser = given.removeAll(u"--add-folder"_s) > 0;
+    // This process ends without having opened the database when another Velto holds the board.
     const AppModel::ContainerClaim claim = appModel.claimContainer();
-    if (claim.heldElsewhere) {
-        const auto failure =
-            SecondLaunch::handOver(QDBusConnection::sessionBus(), claim.identifier, given, QDir::currentPath());
-        if (failure) {
-            std::fprintf(stderr, "%s\n", qPrintable(*failure));
-            // A file manager's action has no terminal to print to.
-            if (!given.isEmpty())
-                DesktopNotification().post(u"Velto is not ready yet."_s).waitForFinished();
-        }
-        return failure ? EXIT_FAILURE : EXIT_SUCCESS;
-    }
+    if (claim.heldElsewhere)
+        return handToTheRunningVelto(claim.identifier, given, wantsFolderChooser);
     // Without a bus, or with the name taken, Velto runs all the same; later launches just can't
     // reach it.
     ApplicationBusService launches;
     launches.publish(claim.identifier);
-    QObject::connect(&launches, &ApplicationBusService::activationRequested, &appModel,
-                     &AppModel::activationRequested);
-    QObject::connect(&launches, &ApplicationBusService::openRequested, &appModel, &AppModel::handOverURIs);
+    appModel.answerLaunches(launches);
     // `velto FOLDER...`: the folders join the board once it has loaded; anything else is refused
     // there, in the user's words.
     if (!given.isEmpty())
         appModel.handOver(FolderHandoff::fromArguments(given, QDir::currentPath()));
+    if (wantsFolderChooser)
+        appModel.requestAddFolders();
     // The timer in the tray follows the models as start-up builds them.
     TimerTray tray;
     const auto followModels = [&] { tray.setModels(appModel.timer(), appModel.board()); };

@@ -18,7 +18,7 @@ void ApplicationBusAdaptor::Open(const QStringList &uris, const QVariantMap &)
     emit m_service->activationRequested();
 }
 
-void ApplicationBusAdaptor::ActivateAction(const QString &, const QVariantList &, const QVariantMap &)
+void ApplicationBusAdaptor::ActivateAction(const QString &actionName, const QVariantList &, const QVariantMap &)
 {
-    emit m_service->activationRequested();
+    emit m_service->actionRequested(actionName);
 }

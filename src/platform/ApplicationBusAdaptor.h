@@ -35,7 +35,7 @@ public slots:
     // Platform data (a startup notification id, an activation token) is left unread.
     void Activate(const QVariantMap &platformData);
     void Open(const QStringList &uris, const QVariantMap &platformData);
-    // Velto names no actions, so any action only brings the window forward.
+    // The action's parameters are left unread: Velto's actions take none.
     void ActivateAction(const QString &actionName, const QVariantList &parameter, const QVariantMap &platformData);
 
 private:

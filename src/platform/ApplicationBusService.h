@@ -26,6 +26,8 @@ signals:
     void activationRequested();
     // URIs to open, as a launcher passes them; each is followed by a request for the window.
     void openRequested(const QStringList &uris);
+    // A launcher's action, by the name the desktop entry gives it.
+    void actionRequested(const QString &name);
 
 private:
     QDBusConnection m_bus;

@@ -3,6 +3,7 @@
 #include "Await.h"
 #include "BusName.h"
 #include "DesktopNotification.h"
+#include "FakeFolderPicker.h"
 #include "../platform/FakeNotificationServer.h"
 #include "InstanceLock.h"
 #include "InstanceLockError.h"
@@ -61,13 +62,13 @@ TEST(BusNameTest, TheIdentifierBecomesANameAndAPathTheBusAccepts)
 
 class SingleInstanceTest : public ::testing::Test {
 protected:
-    std::unique_ptr<AppModel> model(const QString &home) const
+    std::unique_ptr<AppModel> model(const QString &home, std::shared_ptr<FolderPicker> picker = nullptr) const
     {
         QProcessEnvironment environment;
         environment.insert(u"XDG_DATA_HOME"_s, home);
         return std::make_unique<AppModel>(
             AppGroupSources{m_identifier, environment, home},
-            std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat));
+            std::make_shared<QSettings>(m_dir.filePath(u"defaults.ini"_s), QSettings::IniFormat), std::move(picker));
     }
 
     QString makeFolder(const QString &name) const
@@ -114,9 +115,7 @@ TEST_F(SingleInstanceTest, ASecondLaunchHandsItsArgumentsToTheRunningOne)
     await(running->start());
     ApplicationBusService launches;
     ASSERT_TRUE(launches.publish(m_identifier));
-    QObject::connect(&launches, &ApplicationBusService::activationRequested, running.get(),
-                     &AppModel::activationRequested);
-    QObject::connect(&launches, &ApplicationBusService::openRequested, running.get(), &AppModel::handOverURIs);
+    running->answerLaunches(launches);
     BoardModel *board = running->board();
     QSignalSpy activations(running.get(), &AppModel::activationRequested);
 
@@ -153,6 +152,42 @@ TEST_F(SingleInstanceTest, ASecondLaunchHandsItsArgumentsToTheRunningOne)
     QDBusConnection::disconnectFromBus(u"second"_s);
 }
 
+// The launcher's "Add to Velto Board" asks the running Velto for its folder chooser; asked before
+// the board has loaded, the chooser waits for it, and an action Velto does not know only brings
+// the window forward.
+TEST_F(SingleInstanceTest, TheAddFolderActionOpensTheFolderChooserOnceTheBoardIsLoaded)
+{
+    const auto picker = std::make_shared<FakeFolderPicker>();
+    picker->answers.push_back({QUrl::fromLocalFile(makeFolder(u"Chosen"_s))});
+    const auto running = model(m_dir.path(), picker);
+    ApplicationBusService launches;
+    ASSERT_TRUE(launches.publish(m_identifier));
+    running->answerLaunches(launches);
+    QSignalSpy activations(running.get(), &AppModel::activationRequested);
+    const QDBusConnection launcher = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"launcher"_s);
+
+    EXPECT_EQ(SecondLaunch::activateAction(launcher, m_identifier, AppModel::addFolderAction()), std::nullopt);
+    EXPECT_EQ(activations.count(), 1);
+    EXPECT_TRUE(picker->requests.isEmpty()) << "no board to add to yet";
+
+    await(running->start());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return running->board()->cards().size() == 1; }, 5000));
+    EXPECT_EQ(picker->requests.size(), 1);
+
+    const struct {
+        QString action;
+        qsizetype requests;
+    } cases[] = {{u"add-folder"_s, 2}, {u"no-such-action"_s, 2}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.action.toStdString());
+        const int activated = activations.count();
+        EXPECT_EQ(SecondLaunch::activateAction(launcher, m_identifier, c.action), std::nullopt);
+        EXPECT_EQ(activations.count(), activated + 1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return picker->requests.size() == c.requests; }, 1000));
+    }
+    QDBusConnection::disconnectFromBus(u"launcher"_s);
+}
+
 // With no window of Velto active, as when a file manager's action calls it, the sentence goes to
 // the desktop's notifications instead of a banner nobody sees; the folders are taken all the same.
 TEST_F(SingleInstanceTest, WithNoWindowActiveTheRefusalIsADesktopNotification)
@@ -163,7 +198,7 @@ TEST_F(SingleInstanceTest, WithNoWindowActiveTheRefusalIsADesktopNotification)
     await(running->start());
     ApplicationBusService launches;
     ASSERT_TRUE(launches.publish(m_identifier));
-    QObject::connect(&launches, &ApplicationBusService::openRequested, running.get(), &AppModel::handOverURIs);
+    running->answerLaunches(launches);
     BoardModel *board = running->board();
     ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
 

@@ -4,6 +4,7 @@
 #include "BoardHostWindow.h"
 #include "BoardModel.h"
 #include "Database.h"
+#include "FakeFolderPicker.h"
 #include "FolderSandbox.h"
 #include "SceneItems.h"
 #include "TimerModel.h"
@@ -16,26 +17,7 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <memory>
-
-// Answers the board's questions for folders from a list the test fills, and remembers the questions.
-class FakeFolderPicker : public FolderPicker {
-public:
-    Task<QList<QUrl>> choose(FolderPickerRequest request) override
-    {
-        requests.append(request);
-        QList<QUrl> answer;
-        if (!answers.empty()) {
-            answer = answers.front();
-            answers.pop_front();
-        }
-        co_return answer;
-    }
-
-    std::deque<QList<QUrl>> answers;
-    QList<FolderPickerRequest> requests;
-};
 
 // A board over a real database in a folder sandbox, with a real timer, a fake folder picker and a
 // file manager that only records what it was asked to show.
