@@ -67,6 +67,11 @@ TimerTray::TimerTray(QObject *parent) : QObject(parent), m_menu(std::make_unique
     if (QSystemTrayIcon::isSystemTrayAvailable()) {
         m_icon = std::make_unique<QSystemTrayIcon>();
         m_icon->setContextMenu(m_menu.get());
+        // A left click on a tray icon brings its application forward; the menu is on the right.
+        connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger)
+                emit showRequested();
+        });
     }
     updateLabel();
     if (m_icon)
