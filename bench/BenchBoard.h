@@ -18,7 +18,10 @@
 // board and the timer the application would put on screen over them.
 class BenchBoard {
 public:
-    explicit BenchBoard(int count) : m_database(Database::create(databasePath()))
+    // The database is made at `databasePath` when one is given, else beside the folders.
+    explicit BenchBoard(int count, const QString &databasePath = {})
+        : m_databasePath(databasePath.isEmpty() ? m_dir.filePath(QStringLiteral("Velto.sqlite")) : databasePath),
+          m_database(Database::create(m_databasePath))
     {
         await(m_database->open());
         QDir().mkpath(m_dir.filePath(QStringLiteral("folders")));
@@ -55,7 +58,7 @@ public:
 
     BoardModel &board() { return *m_board; }
     TimerModel &timer() { return *m_timer; }
-    [[nodiscard]] QString databasePath() const { return m_dir.filePath(QStringLiteral("Velto.sqlite")); }
+    [[nodiscard]] const QString &databasePath() const { return m_databasePath; }
     [[nodiscard]] const QList<QByteArray> &paths() const { return m_paths; }
 
 private:
@@ -79,6 +82,7 @@ private:
     }
 
     QTemporaryDir m_dir;
+    QString m_databasePath;
     std::shared_ptr<Database> m_database;
     QList<QByteArray> m_paths;
     std::unique_ptr<TimerModel> m_timer;

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -25,7 +27,7 @@ void Symbol::setName(const QString &name)
     if (m_name == name)
         return;
     m_name = name;
-    load();
+    forget();
     emit nameChanged();
 }
 
@@ -44,18 +46,27 @@ void Symbol::setColor(const QColor &color)
     if (m_color == color)
         return;
     m_color = color;
-    load();
+    forget();
     emit colorChanged();
 }
 
 bool Symbol::isLoaded() const
 {
-    return m_renderer && m_renderer->isValid();
+    const QSvgRenderer *drawn = renderer();
+    return drawn != nullptr && drawn->isValid();
 }
 
-void Symbol::load()
+void Symbol::forget()
 {
     m_renderer.reset();
+    m_isRead = false;
+    update();
+}
+
+QSvgRenderer *Symbol::renderer() const
+{
+    if (std::exchange(m_isRead, true))
+        return m_renderer.get();
     QFile file(u":/qt/qml/Velto/app/symbols/"_s + m_name + u".svg"_s);
     if (!m_name.isEmpty() && file.open(QIODevice::ReadOnly)) {
         QString svg = QString::fromUtf8(file.readAll());
@@ -63,7 +74,7 @@ void Symbol::load()
             svg.replace(drawnColour, m_color.name(QColor::HexRgb), Qt::CaseInsensitive);
         m_renderer = std::make_unique<QSvgRenderer>(svg.toUtf8());
     }
-    update();
+    return m_renderer.get();
 }
 
 void Symbol::paint(QPainter *painter)

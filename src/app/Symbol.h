@@ -39,10 +39,14 @@ signals:
     void colorChanged();
 
 private:
-    void load();
+    // Read on first use, so that a symbol never drawn is never read, and one given a name and a
+    // colour is read once rather than for each.
+    QSvgRenderer *renderer() const;
+    void forget();
 
     QString m_name;
     qreal m_size = 16;
     QColor m_color;
-    std::unique_ptr<QSvgRenderer> m_renderer;
+    mutable std::unique_ptr<QSvgRenderer> m_renderer;
+    mutable bool m_isRead = false;
 };

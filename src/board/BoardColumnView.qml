@@ -81,6 +81,9 @@ Rectangle {
             interactive: column.scrolls
             clip: column.scrolls
             boundsBehavior: Flickable.StopAtBounds
+            // A card that leaves the visible part hands its cell to the one that comes in, so a
+            // move or a scroll builds no new cell.
+            reuseItems: true
             model: cards
             ScrollBar.vertical: ScrollBar {
                 policy: column.scrolls ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff

@@ -44,8 +44,10 @@ BoardModel::~BoardModel() = default;
 
 void BoardModel::setCards(const QList<Card> &cards)
 {
-    if (assignIfChanged(m_cards, cards))
-        emit cardsChanged();
+    if (!assignIfChanged(m_cards, cards))
+        return;
+    m_faces.keepOnly(m_cards);
+    emit cardsChanged();
 }
 
 void BoardModel::setProjects(const QList<Project> &projects)
@@ -171,20 +173,31 @@ std::optional<Card> BoardModel::cardWithID(const QString &id) const
     return found == m_cards.cend() ? std::nullopt : std::optional(*found);
 }
 
-QList<Card> BoardModel::columnCards(CardStatus status, const ProjectFilter &lane) const
+QList<const Card *> BoardModel::orderedColumn(CardStatus status, const ProjectFilter &lane, bool filtered) const
 {
-    QList<Card> column;
+    // Pointers are sorted, not cards: a column of a large board is sorted on every reload.
+    QList<const Card *> column;
     for (const Card &card : m_cards) {
         if (card.status == status && lane.admits(card.projectID)
-            && m_filter.matches(card, m_tagIDsByCard.value(card.id)))
-            column.append(card);
+            && (!filtered || m_filter.matches(card, m_tagIDsByCard.value(card.id))))
+            column.append(&card);
     }
-    const bool byPriority = m_sortByPriority;
-    std::ranges::stable_sort(column, [byPriority](const Card &a, const Card &b) {
-        if (byPriority && a.priority != b.priority)
-            return rank(a.priority) < rank(b.priority);
-        return a.sortOrder < b.sortOrder;
+    const bool byPriority = filtered && m_sortByPriority;
+    std::ranges::stable_sort(column, [byPriority](const Card *a, const Card *b) {
+        if (byPriority && a->priority != b->priority)
+            return rank(a->priority) < rank(b->priority);
+        return a->sortOrder < b->sortOrder;
     });
+    return column;
+}
+
+QList<Card> BoardModel::columnCards(CardStatus status, const ProjectFilter &lane) const
+{
+    const QList<const Card *> ordered = orderedColumn(status, lane, true);
+    QList<Card> column;
+    column.reserve(ordered.size());
+    for (const Card *card : ordered)
+        column.append(*card);
     return column;
 }
 
@@ -275,18 +288,12 @@ ProjectFilter BoardModel::lane(const Card &card) const
 
 qint64 BoardModel::absolutePosition(qint64 visible, CardStatus status, const ProjectFilter &lane) const
 {
-    const QList<Card> column = columnCards(status, lane);
-    QList<Card> all;
-    for (const Card &card : m_cards) {
-        if (card.status == status)
-            all.append(card);
-    }
-    std::ranges::stable_sort(all, {}, &Card::sortOrder);
-
+    const QList<const Card *> column = orderedColumn(status, lane, true);
+    const QList<const Card *> all = orderedColumn(status, {}, false);
     if (visible >= column.size())
         return all.size();
     // Before the card shown at `visible`, so cards hidden around it keep their places.
-    const QString &anchor = column.at(visible).id;
-    const auto found = std::ranges::find(all, anchor, &Card::id);
+    const QString &anchor = column.at(visible)->id;
+    const auto found = std::ranges::find_if(all, [&anchor](const Card *card) { return card->id == anchor; });
     return found - all.begin();
 }

@@ -4,6 +4,7 @@
 #include "BoardMode.h"
 #include "Card.h"
 #include "CardDragging.h"
+#include "CardFaces.h"
 #include "CardResolution.h"
 #include "FailedSearches.h"
 #include "ChecklistProgress.h"
@@ -266,6 +267,10 @@ signals:
     void presentationChanged();
 
 private:
+    // One status's cards in the lane, in their order: the board's filter and sort when `filtered`,
+    // else all of them by their stored order.
+    [[nodiscard]] QList<const Card *> orderedColumn(CardStatus status, const ProjectFilter &lane,
+                                                    bool filtered) const;
     struct LoadChain;
 
     static Task<> runAfter(QPointer<BoardModel> model, std::shared_ptr<LoadChain> previous,
@@ -313,6 +318,8 @@ private:
     QHash<QString, ChecklistProgress> m_checklistProgress;
     QHash<QString, CardResolution> m_resolutions;
     QHash<QString, WorkingFileRead> m_workingFiles;
+    // Built as the views ask for them; kept for the cards on the board.
+    mutable CardFaces m_faces;
     bool m_isLoading = false;
     std::optional<QString> m_errorMessage;
     BoardFilter m_filter;

@@ -3,6 +3,7 @@
 
 #include "BoardModel.h"
 
+#include "CardFaces.h"
 #include "FilterChip.h"
 #include "PlatformText.h"
 #include "VocabularyIndex.h"
@@ -17,24 +18,6 @@ namespace {
 
 using VocabularyIndex::caseAt;
 using VocabularyIndex::indexOf;
-
-QVariantMap colouredRecord(const QString &id, const QString &name, const QString &color)
-{
-    return {{u"id"_s, id}, {u"name"_s, name}, {u"color"_s, color}};
-}
-
-QString availabilityWord(CardResolution::Availability availability)
-{
-    switch (availability) {
-    case CardResolution::Availability::available:
-        return u"available"_s;
-    case CardResolution::Availability::missing:
-        return u"missing"_s;
-    case CardResolution::Availability::unreachable:
-        return u"unreachable"_s;
-    }
-    return {};
-}
 
 } // namespace
 
@@ -146,37 +129,19 @@ QString BoardModel::pendingDropMessage()
 
 QVariantMap BoardModel::face(const Card &card) const
 {
-    QVariantMap face{{u"cardID"_s, card.id},
-                     {u"title"_s, card.boardTitle()},
-                     {u"displayName"_s, card.displayName},
-                     {u"displayPath"_s, card.displayPath},
-                     {u"hasCustomTitle"_s, card.hasCustomTitle()},
-                     {u"status"_s, indexOf(allCardStatuses, card.status)},
-                     {u"priority"_s, indexOf(allPriorities, card.priority)},
-                     {u"isMissing"_s, card.isMissing},
-                     {u"isComplete"_s, card.status == CardStatus::complete},
-                     {u"needsLocate"_s, needsLocate(card)}};
-    face.insert(u"deadline"_s, card.deadline ? card.deadline->toDateTime() : QDateTime());
-    const auto project = this->project(card);
-    face.insert(u"projectID"_s, project ? project->id : QString());
-    face.insert(u"projectName"_s, project ? project->name : QString());
-    face.insert(u"projectColor"_s, project ? project->color : QString());
-    QVariantList tags;
-    for (const Tag &tag : this->tags(card))
-        tags.append(colouredRecord(tag.id, tag.name, tag.color));
-    face.insert(u"tags"_s, tags);
-    const ChecklistProgress progress = m_checklistProgress.value(card.id);
-    face.insert(u"progressDone"_s, progress.done);
-    face.insert(u"progressTotal"_s, progress.total);
+    const auto resolution = m_resolutions.constFind(card.id);
     // A file that could not be read counts no tasks; the detail pane says why.
     const WorkingFile working = m_workingFiles.value(card.id).file;
-    face.insert(u"workingDone"_s, int(working.doneCount()));
-    face.insert(u"workingTotal"_s, int(working.tasks.size()));
-    const auto resolution = m_resolutions.constFind(card.id);
-    const bool resolved = resolution != m_resolutions.cend();
-    face.insert(u"availability"_s, resolved ? availabilityWord(resolution->availability) : QString());
-    face.insert(u"failure"_s, resolved ? resolution->failure.value_or(QString()) : QString());
-    return face;
+    return m_faces.faceFor(CardFaceInputs{
+        .card = card,
+        .project = project(card),
+        .tags = tags(card),
+        .progress = m_checklistProgress.value(card.id),
+        .workingDone = working.doneCount(),
+        .workingTotal = working.tasks.size(),
+        .resolution = resolution != m_resolutions.cend() ? std::optional(*resolution) : std::nullopt,
+        .needsLocate = needsLocate(card),
+    });
 }
 
 QVariantMap BoardModel::cardFace(const QString &cardID) const

@@ -115,9 +115,12 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         const QList<Card> cards = co_await database->allCards();
         if (!self)
             co_return false;
-        // A folder where it was costs one look and is published at once; the few that moved or
-        // vanished are searched for meanwhile, holding back neither the other cards nor the reads
-        // below. Until its search ends such a card keeps the verdict it had.
+        // The rows show at once with the verdicts their folders had, so a move is on screen before
+        // any folder is looked at; a card new to the board has none yet and shows no repair.
+        setCards(cards);
+        // A folder where it was costs one look; the few that moved or vanished are searched for
+        // meanwhile, holding back neither the other cards nor the reads below. Until its search
+        // ends such a card keeps the verdict it had.
         auto resolveKnown = [cards, failedSearches] {
             return CardResolution::resolveWithoutSearch(cards, ResolutionContext::current(failedSearches));
         };
@@ -131,7 +134,6 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
             };
             searching.emplace(onThreadPool(search));
         }
-        setCards(cards);
         setResolutions(withEarlierVerdicts(resolutions, partial.needingSearch, m_resolutions));
 
         const QList<Project> projects = co_await database->allProjects();
@@ -156,8 +158,8 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
                 co_return false;
             setResolutions(resolutions);
         }
-        auto readWorkingFiles = [earlier = m_workingFiles, folders = reachableFolders(resolutions)] {
-            return WorkingFileCache::refreshed(earlier, folders);
+        auto readWorkingFiles = [earlier = m_workingFiles, resolutions] {
+            return WorkingFileCache::refreshed(earlier, reachableFolders(resolutions));
         };
         const auto workingFiles = co_await onThreadPool(readWorkingFiles);
         if (!self)
