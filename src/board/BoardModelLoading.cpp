@@ -41,10 +41,47 @@ QHash<QString, QString> reachableFolders(const QHash<QString, CardResolution> &r
 {
     QHash<QString, QString> folders;
     for (auto verdict = resolutions.cbegin(); verdict != resolutions.cend(); ++verdict) {
+        // An available folder's path is where its location leads.
         if (verdict->availability == CardResolution::Availability::available && verdict->locationURL)
-            folders.insert(verdict.key(), verdict->locationURL->toLocalFile());
+            folders.insert(verdict.key(), verdict->displayPath);
     }
     return folders;
+}
+
+// Each card's folder as its row last recorded it, by card id.
+QHash<QString, QString> foldersOfRows(const QList<Card> &cards)
+{
+    QHash<QString, QString> folders;
+    folders.reserve(cards.size());
+    for (const Card &card : cards)
+        folders.insert(card.id, card.displayPath);
+    return folders;
+}
+
+// The reads made at the rows' folders for the cards whose folder is still there.
+QHash<QString, WorkingFileRead> readsStillValid(const QHash<QString, WorkingFileRead> &atRows,
+                                                const QHash<QString, QString> &rowFolders,
+                                                const QHash<QString, QString> &folders)
+{
+    QHash<QString, WorkingFileRead> valid;
+    for (auto read = atRows.cbegin(); read != atRows.cend(); ++read) {
+        const auto folder = folders.constFind(read.key());
+        if (folder != folders.cend() && *folder == rowFolders.value(read.key()))
+            valid.insert(read.key(), read.value());
+    }
+    return valid;
+}
+
+// The reachable folders that are not where their rows say, by card id.
+QHash<QString, QString> foldersMovedFromRows(const QHash<QString, QString> &rowFolders,
+                                             const QHash<QString, QString> &folders)
+{
+    QHash<QString, QString> moved;
+    for (auto folder = folders.cbegin(); folder != folders.cend(); ++folder) {
+        if (rowFolders.value(folder.key()) != folder.value())
+            moved.insert(folder.key(), folder.value());
+    }
+    return moved;
 }
 
 void joinVerdicts(QHash<QString, CardResolution> &into, const QHash<QString, CardResolution> &searched)
@@ -118,23 +155,20 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // The rows show at once with the verdicts their folders had, so a move is on screen before
         // any folder is looked at; a card new to the board has none yet and shows no repair.
         setCards(cards);
-        // A folder where it was costs one look; the few that moved or vanished are searched for
-        // meanwhile, holding back neither the other cards nor the reads below. Until its search
-        // ends such a card keeps the verdict it had.
+        // A folder where it was costs one look, taken while the store is read; the few that moved
+        // or vanished are searched for after, holding back neither the other cards nor the reads
+        // of their working files. Until its search ends such a card keeps the verdict it had.
         auto resolveKnown = [cards, failedSearches] {
             return CardResolution::resolveWithoutSearch(cards, ResolutionContext::current(failedSearches));
         };
-        CardResolution::Partial partial = co_await onThreadPool(resolveKnown);
-        if (!self)
-            co_return false;
-        resolutions = std::move(partial.known);
-        if (!partial.needingSearch.isEmpty()) {
-            auto search = [pending = partial.needingSearch, failedSearches] {
-                return CardResolution::resolveAll(pending, ResolutionContext::current(failedSearches));
-            };
-            searching.emplace(onThreadPool(search));
-        }
-        setResolutions(withEarlierVerdicts(resolutions, partial.needingSearch, m_resolutions));
+        Task<CardResolution::Partial> looking = onThreadPool(resolveKnown);
+        // The working files are looked for where the rows say the folders are, at the same time;
+        // the few folders found elsewhere are looked at again below.
+        const QHash<QString, QString> rowFolders = foldersOfRows(cards);
+        auto readAtRows = [earlier = m_workingFiles, rowFolders] {
+            return WorkingFileCache::refreshed(earlier, rowFolders);
+        };
+        Task<QHash<QString, WorkingFileRead>> readingAtRows = onThreadPool(readAtRows);
 
         const QList<Project> projects = co_await database->allProjects();
         if (!self)
@@ -152,18 +186,37 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         if (!self)
             co_return false;
         setChecklistProgress(progress);
+
+        CardResolution::Partial partial = co_await looking;
+        if (!self)
+            co_return false;
+        resolutions = std::move(partial.known);
+        if (!partial.needingSearch.isEmpty()) {
+            auto search = [pending = partial.needingSearch, failedSearches] {
+                return CardResolution::resolveAll(pending, ResolutionContext::current(failedSearches));
+            };
+            searching.emplace(onThreadPool(search));
+        }
+        setResolutions(withEarlierVerdicts(resolutions, partial.needingSearch, m_resolutions));
         if (searching) {
             joinVerdicts(resolutions, co_await *std::exchange(searching, std::nullopt));
             if (!self)
                 co_return false;
             setResolutions(resolutions);
         }
-        auto readWorkingFiles = [earlier = m_workingFiles, resolutions] {
-            return WorkingFileCache::refreshed(earlier, reachableFolders(resolutions));
-        };
-        const auto workingFiles = co_await onThreadPool(readWorkingFiles);
+        const QHash<QString, WorkingFileRead> atRows = co_await readingAtRows;
         if (!self)
             co_return false;
+        const QHash<QString, QString> folders = reachableFolders(resolutions);
+        QHash<QString, WorkingFileRead> workingFiles = readsStillValid(atRows, rowFolders, folders);
+        if (const auto elsewhere = foldersMovedFromRows(rowFolders, folders); !elsewhere.isEmpty()) {
+            auto readElsewhere = [earlier = m_workingFiles, elsewhere] {
+                return WorkingFileCache::refreshed(earlier, elsewhere);
+            };
+            workingFiles.insert(co_await onThreadPool(readElsewhere));
+            if (!self)
+                co_return false;
+        }
         setWorkingFiles(workingFiles);
         // Only a clean read of every source clears the banner.
         setErrorMessage(std::nullopt);

@@ -4,20 +4,16 @@
 #include "FileIdentity.h"
 #include "FolderPaths.h"
 #include "FreedesktopTrash.h"
+#include "InShares.h"
 #include "SecurityScopedBookmark.h"
 
 #include <algorithm>
-#include <thread>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 using Availability = CardResolution::Availability;
-
-// Below this many cards a share is not worth a thread of its own.
-constexpr qsizetype cardsPerThread = 200;
 
 // The verdict when the card's folder cannot be taken from where the bookmark leads: the card
 // keeps the name and path it had.
@@ -61,25 +57,6 @@ CardResolution fromResolved(const Card &card, ResolvedBookmark resolved, const R
     return fromCheck(card, std::move(resolved), path);
 }
 
-// Runs `work(i)` for every index below `count`, the range cut into one share per processor so the
-// file system's latency overlaps. Plain threads, not the thread pool: this runs on a pool thread
-// itself, and waiting there for pool work can wait forever when the pool is full.
-template <typename Work>
-void inShares(qsizetype count, const Work &work)
-{
-    const auto share = [&](qsizetype begin, qsizetype end) {
-        for (qsizetype i = begin; i < end; ++i)
-            work(i);
-    };
-    const qsizetype shares =
-        std::clamp<qsizetype>(count / cardsPerThread, 1, std::max(1U, std::thread::hardware_concurrency()));
-    const qsizetype shareSize = (count + shares - 1) / shares;
-    std::vector<std::jthread> helpers;
-    for (qsizetype begin = shareSize; begin < count; begin += shareSize)
-        helpers.emplace_back(share, begin, std::min(begin + shareSize, count));
-    share(0, std::min(shareSize, count));
-}
-
 } // namespace
 
 CardResolution CardResolution::resolve(const Card &card)
@@ -121,7 +98,7 @@ QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &car
     // Each card is resolved into its own slot; the dictionary is then filled in list order.
     QList<CardResolution> resolutions(cards.size());
     CardResolution *results = resolutions.data();
-    inShares(cards.size(), [&](qsizetype i) { results[i] = resolve(cards.at(i), context); });
+    InShares::run(cards.size(), [&](qsizetype i) { results[i] = resolve(cards.at(i), context); });
 
     QHash<QString, CardResolution> byID;
     byID.reserve(resolutions.size());
@@ -137,7 +114,7 @@ CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &
 {
     QList<std::optional<CardResolution>> resolutions(cards.size());
     std::optional<CardResolution> *results = resolutions.data();
-    inShares(cards.size(), [&](qsizetype i) { results[i] = resolveWithoutSearch(cards.at(i), context); });
+    InShares::run(cards.size(), [&](qsizetype i) { results[i] = resolveWithoutSearch(cards.at(i), context); });
 
     Partial partial;
     partial.known.reserve(resolutions.size());

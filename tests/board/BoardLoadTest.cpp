@@ -1,6 +1,7 @@
 #include "BoardFixture.h"
 #include "SQLiteConnection.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QTimeZone>
 
@@ -79,6 +80,35 @@ TEST_F(BoardLoadTest, RenamedAndTrashedFoldersShowOnTheNextLoad)
     EXPECT_TRUE(trashed->isMissing);
     EXPECT_TRUE(board().needsLocate(*trashed));
     EXPECT_FALSE(board().folderURL(*trashed));
+}
+
+// The working files are looked for where the rows say the folders are; a folder found elsewhere
+// has its file read there, and one gone, or without the file, shows none.
+TEST_F(BoardLoadTest, WorkingFilesAreReadWhereTheFoldersAreNow)
+{
+    const auto writeTasks = [&](const QString &folder, const QByteArray &tasks) {
+        QFile file(sandbox().path(folder + u"/velto.md"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(tasks);
+    };
+    addFolders({u"Moved"_s, u"Emptied"_s, u"Trashed"_s, u"Stayed"_s});
+    for (const QString &name : {u"Moved"_s, u"Emptied"_s, u"Trashed"_s, u"Stayed"_s})
+        writeTasks(name, "- [x] one\n- [ ] two\n");
+    await(board().reload());
+    ASSERT_EQ(board().workingFiles().size(), 4);
+
+    sandbox().move(u"Moved"_s, u"elsewhere/Moved"_s);
+    writeTasks(u"elsewhere/Moved"_s, "- [x] one\n- [x] two\n- [ ] three\n");
+    QFile::remove(sandbox().path(u"Emptied/velto.md"_s));
+    sandbox().move(u"Trashed"_s, u"data/Trash/files/Trashed"_s);
+    await(board().reload());
+
+    QHash<QString, qsizetype> tasksByName;
+    for (const Card &card : board().cards()) {
+        if (const auto read = board().workingFiles().constFind(card.id); read != board().workingFiles().cend())
+            tasksByName.insert(card.displayName, read->file.tasks.size());
+    }
+    EXPECT_EQ(tasksByName, (QHash<QString, qsizetype>{{u"Moved"_s, 3}, {u"Stayed"_s, 2}}));
 }
 
 // A folder that vanished is searched for at one load; later loads take that answer until something
