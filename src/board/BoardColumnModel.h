@@ -34,6 +34,8 @@ public:
     [[nodiscard]] const QString &laneProjectID() const { return m_laneProjectID; }
     void setLaneProjectID(const QString &id);
     [[nodiscard]] int count() const { return int(m_faces.size()); }
+    // The row of the card, or -1 when it is not in this column.
+    Q_INVOKABLE [[nodiscard]] int rowOf(const QString &cardID) const { return int(m_ids.indexOf(cardID)); }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

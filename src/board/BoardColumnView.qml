@@ -32,6 +32,21 @@ Rectangle {
         laneProjectID: column.laneProjectID
     }
 
+    // The keyboard goes to a card of this column: it is scrolled into view, and its cell, made
+    // now if it was not, takes the focus.
+    Connections {
+        target: column.board
+        function onCardFocusRequested(cardID) {
+            const row = cards.rowOf(cardID)
+            if (row < 0)
+                return
+            list.positionViewAtIndex(row, ListView.Contain)
+            const entry = list.itemAtIndex(row)
+            if (entry)
+                entry.cell.forceActiveFocus()
+        }
+    }
+
     ColumnLayout {
         id: layout
         anchors.fill: parent
@@ -84,6 +99,10 @@ Rectangle {
             // A card that leaves the visible part hands its cell to the one that comes in, so a
             // move or a scroll builds no new cell.
             reuseItems: true
+            // The cells take the keyboard themselves. A current item would be handed the focus by
+            // the list whenever its rows change, taking it from the card the user is on.
+            currentIndex: -1
+            keyNavigationEnabled: false
             model: cards
             ScrollBar.vertical: ScrollBar {
                 policy: column.scrolls ? ScrollBar.AsNeeded : ScrollBar.AlwaysOff
@@ -103,9 +122,20 @@ Rectangle {
                 required property int index
                 required property string cardID
                 required property var face
+                readonly property alias cell: entryCell
                 width: ListView.view.width
 
+                // A cell handed on to another card must not take the keyboard with it.
+                ListView.onPooled: {
+                    if (entryCell.activeFocus)
+                        entryCell.focus = false
+                }
+                // A cell back from the pool may be given the very card it showed before, so no
+                // change of card tells it to take the keyboard.
+                ListView.onReused: entryCell.claimFocus()
+
                 CardCell {
+                    id: entryCell
                     width: parent.width
                     board: column.board
                     timer: column.timer

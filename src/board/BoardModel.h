@@ -53,6 +53,8 @@ class BoardModel : public QObject {
     Q_PROPERTY(bool groupByProject READ groupByProject WRITE setGroupByProject NOTIFY groupByProjectChanged)
     Q_PROPERTY(bool sortByPriority READ sortByPriority WRITE setSortByPriority NOTIFY sortByPriorityChanged)
     Q_PROPERTY(QString selectedCardID READ selectedCardIDText WRITE setSelectedCardIDText NOTIFY selectedCardIDChanged)
+    // The card the keyboard is on; see BoardModelForKeys.cpp.
+    Q_PROPERTY(QString focusedCardID READ focusedCardID WRITE setFocusedCardID NOTIFY focusedCardIDChanged)
     Q_PROPERTY(Mode mode READ qmlMode WRITE setQmlMode NOTIFY modeChanged)
     Q_PROPERTY(bool isManagingTaxonomy READ isManagingTaxonomy WRITE setIsManagingTaxonomy
                    NOTIFY isManagingTaxonomyChanged)
@@ -124,6 +126,15 @@ public:
     void setIsManagingTaxonomy(bool managing);
 
     Q_INVOKABLE void dismissError();
+
+    // For the keyboard; see BoardModelForKeys.cpp.
+    [[nodiscard]] const QString &focusedCardID() const { return m_focusedCardID; }
+    void setFocusedCardID(const QString &id);
+    // The card a step of the arrow keys, Home or End leads to from `cardID` (a CardStep.Step),
+    // over the columns as shown and within the card's lane; empty when it leads nowhere.
+    Q_INVOKABLE [[nodiscard]] QString neighbourCardID(const QString &cardID, int step) const;
+    // Puts the keyboard on the card's cell, wherever the focus is now.
+    Q_INVOKABLE void requestCardFocus(const QString &cardID);
     // A sentence from outside the board, such as why folders handed to Velto were refused, shown
     // in the board's banner.
     void showMessage(const QString &message);
@@ -259,6 +270,8 @@ signals:
     void groupByProjectChanged();
     void sortByPriorityChanged();
     void selectedCardIDChanged();
+    void focusedCardIDChanged();
+    void cardFocusRequested(const QString &cardID);
     void pendingFileDropsChanged();
     void modeChanged();
     void isManagingTaxonomyChanged();
@@ -326,6 +339,7 @@ private:
     bool m_groupByProject = false;
     bool m_sortByPriority = false;
     std::optional<QString> m_selectedCardID;
+    QString m_focusedCardID;
     QList<PendingFileDrop> m_pendingFileDrops;
     std::shared_ptr<LoadChain> m_loadChain;
     // Folders searched for in vain; a reload does not search for them again.

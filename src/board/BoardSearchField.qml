@@ -18,6 +18,12 @@ Rectangle {
     border.width: 1
     border.color: input.activeFocus ? Theme.accent : Theme.pick("#383530", "#E3E0DA")
 
+    // Ctrl+F: the search takes the keyboard with its text selected, ready to be typed over.
+    function takeKeyboard() {
+        input.forceActiveFocus()
+        input.selectAll()
+    }
+
     Row {
         id: content
         anchors.centerIn: parent

@@ -21,6 +21,7 @@ Rectangle {
         spacing: 0
 
         FilterBar {
+            id: filterBar
             model: root.board
             onAnalyticsRequested: root.analyticsRequested()
             onDiagnosticsRequested: root.diagnosticsRequested()
@@ -81,6 +82,10 @@ Rectangle {
     Shortcut {
         sequences: [StandardKey.Open]
         onActivated: root.board.requestAddFoldersFromPanel()
+    }
+    Shortcut {
+        sequences: [MenuShortcuts.search]
+        onActivated: filterBar.focusSearch()
     }
 
     // Changes from outside - a folder renamed in the file manager, a write by another process -

@@ -15,6 +15,10 @@ Rectangle {
     signal analyticsRequested()
     signal diagnosticsRequested()
 
+    function focusSearch() {
+        search.takeKeyboard()
+    }
+
     readonly property var chips: bar.model.chips
 
     implicitWidth: layout.implicitWidth
@@ -40,6 +44,7 @@ Rectangle {
             }
 
             BoardSearchField {
+                id: search
                 model: bar.model
                 // Narrower, down to a point, rather than pushing "Add Folder" out of a narrow bar.
                 textWidth: Math.max(100, Math.min(190, bar.width - 594))

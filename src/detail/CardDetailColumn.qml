@@ -18,6 +18,13 @@ Rectangle {
     visible: column.cardID !== ""
     color: Theme.windowBackground
 
+    // Escape from anywhere in the pane closes it, and the keyboard goes back to the card.
+    Keys.onEscapePressed: {
+        const cardID = column.cardID
+        column.app.board.selectedCardID = ""
+        column.app.board.requestCardFocus(cardID)
+    }
+
     Rectangle {
         width: 1
         height: parent.height

@@ -97,6 +97,8 @@ TEST_F(SmokeTest, ShortcutsReachTheCommands)
     ASSERT_TRUE(QTest::qWaitFor([&] { return board()->selectedCardIDText() == stored(u"Beacon"_s).id; }, 3000));
     const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers) {
         m_window->requestActivate();
+        // A key acts on the card the board shows, so the lists must have taken the last move.
+        EXPECT_TRUE(QQuickTest::qWaitForPolish(m_window));
         QTest::keyClick(m_window, key, modifiers);
     };
 

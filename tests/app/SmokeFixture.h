@@ -19,6 +19,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <QtQuickTest/quicktest.h>
 
 #include <gtest/gtest.h>
 
@@ -93,6 +94,8 @@ protected:
         ASSERT_NE(item, nullptr);
         ASSERT_TRUE(QTest::qWaitFor([&] { return item->isVisible() && item->width() > 0; }, 2000));
         QTest::qWait(50); // a popup's entries are laid out in the frame after it opens
+        // A list lays out rows that came back on its next polish; until then a press can miss them.
+        ASSERT_TRUE(QQuickTest::qWaitForPolish(m_window));
         QTest::mouseClick(item->window(), button, {}, item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
     }
 

@@ -138,6 +138,7 @@ TEST_F(SmokeTest, TheBarsButtonsAddFoldersAndSwitchTheView)
     ASSERT_NE(target, nullptr);
     const QPoint from = cell->mapToScene({40, 20}).toPoint();
     const QPoint to = target->mapToScene({target->width() / 2, target->height() / 2}).toPoint();
+    ASSERT_TRUE(QQuickTest::qWaitForPolish(m_window));
     QTest::mousePress(m_window, Qt::LeftButton, {}, from);
     for (int step = 1; step <= 10; ++step)
         QTest::mouseMove(m_window, from + (to - from) * step / 10, 20);

@@ -21,6 +21,7 @@ QtObject {
     readonly property string startTimer: "Ctrl+Shift+T"
     readonly property string stopTimer: "Ctrl+Shift+."
     readonly property string shortcuts: "F1"
+    readonly property string search: "Ctrl+F"
 
     readonly property var rows: [
         { menu: "File", command: "Add Folder…", keys: addFolder },
@@ -37,6 +38,12 @@ QtObject {
         { menu: "Card", command: "Move to Next Column", keys: moveRight },
         { menu: "Timer", command: "Start Timer on Selected Card", keys: startTimer },
         { menu: "Timer", command: "Stop Timer", keys: stopTimer },
-        { menu: "Help", command: "Keyboard Shortcuts", keys: shortcuts }
+        { menu: "Help", command: "Keyboard Shortcuts", keys: shortcuts },
+        { menu: "Board", command: "Search Folders", keys: search },
+        { menu: "Board", command: "Focus the Next Card", keys: "Arrow keys, Home, End" },
+        { menu: "Board", command: "Show the Card's Details", keys: "Return" },
+        { menu: "Board", command: "Close the Details", keys: "Escape" },
+        { menu: "Board", command: "Card Menu", keys: "Menu, Shift+F10" },
+        { menu: "Board", command: "Remove Card…", keys: "Delete" }
     ]
 }
