@@ -9,7 +9,7 @@ VeltoWindow {
     objectName: "keyboardShortcutsWindow"
     title: "Keyboard Shortcuts"
     width: 460
-    height: 440
+    height: 620
     minimumWidth: 360
     minimumHeight: 240
 

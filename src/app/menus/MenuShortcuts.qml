@@ -40,7 +40,7 @@ QtObject {
         { menu: "Timer", command: "Stop Timer", keys: stopTimer },
         { menu: "Help", command: "Keyboard Shortcuts", keys: shortcuts },
         { menu: "Board", command: "Search Folders", keys: search },
-        { menu: "Board", command: "Focus the Next Card", keys: "Arrow keys, Home, End" },
+        { menu: "Board", command: "Go to Another Card", keys: "Arrow keys, Home, End" },
         { menu: "Board", command: "Show the Card's Details", keys: "Return" },
         { menu: "Board", command: "Close the Details", keys: "Escape" },
         { menu: "Board", command: "Card Menu", keys: "Menu, Shift+F10" },
