@@ -127,6 +127,9 @@ QString SQLiteConnection::messageFor(int code) const
 void SQLiteConnection::configure()
 {
     execute(u"PRAGMA foreign_keys = ON"_s);
+    // A board's cards come sorted on every reload; sorting them in memory spares a temporary file
+    // written and read back each time.
+    execute(u"PRAGMA temp_store = MEMORY"_s);
     if (m_access == Access::readOnly)
         return; // a reader changes neither the journal nor the durability of the file
     const QString mode = queryText(u"PRAGMA journal_mode = WAL"_s).value_or(u"unknown"_s);

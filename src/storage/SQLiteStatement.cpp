@@ -85,6 +85,16 @@ std::optional<QString> SQLiteStatement::optionalText(int column) const
     return QString::fromUtf8(text, sqlite3_column_bytes(m_handle, column));
 }
 
+std::optional<QUtf8StringView> SQLiteStatement::utf8(int column) const
+{
+    if (isNull(column))
+        return std::nullopt;
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_handle, column));
+    if (text == nullptr)
+        return std::nullopt;
+    return QUtf8StringView(text, sqlite3_column_bytes(m_handle, column));
+}
+
 qint64 SQLiteStatement::int64(int column) const
 {
     return sqlite3_column_int64(m_handle, column);

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QUtf8StringView>
 
 #include <memory>
 #include <optional>
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] bool isNull(int column) const;
     [[nodiscard]] QString text(int column) const;
     [[nodiscard]] std::optional<QString> optionalText(int column) const;
+    // The column's text as SQLite holds it, without a copy: valid until the statement steps again.
+    [[nodiscard]] std::optional<QUtf8StringView> utf8(int column) const;
     [[nodiscard]] qint64 int64(int column) const;
     [[nodiscard]] std::optional<qint64> optionalInt64(int column) const;
     [[nodiscard]] double real(int column) const;

@@ -57,16 +57,17 @@ Card cardFromRow(const SQLiteStatement &row)
         throw malformedCard(card.id, u"bookmark is NULL"_s);
     card.bookmark = *bookmark;
 
-    const auto status = row.optionalText(4);
+    // The two words are matched where SQLite holds them: a board reads every card on each reload.
+    const auto status = row.utf8(4);
     const auto knownStatus = status ? cardStatusFromRawValue(*status) : std::nullopt;
     if (!knownStatus)
-        throw malformedCard(card.id, u"unknown status '%1'"_s.arg(RowReading::textOrNull(status)));
+        throw malformedCard(card.id, u"unknown status '%1'"_s.arg(RowReading::textOrNull(row.optionalText(4))));
     card.status = *knownStatus;
 
-    const auto priority = row.optionalText(5);
+    const auto priority = row.utf8(5);
     const auto knownPriority = priority ? priorityFromRawValue(*priority) : std::nullopt;
     if (!knownPriority)
-        throw malformedCard(card.id, u"unknown priority '%1'"_s.arg(RowReading::textOrNull(priority)));
+        throw malformedCard(card.id, u"unknown priority '%1'"_s.arg(RowReading::textOrNull(row.optionalText(5))));
     card.priority = *knownPriority;
 
     card.displayPath = row.text(2);

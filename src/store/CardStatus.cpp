@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-std::optional<CardStatus> cardStatusFromRawValue(const QString &raw)
+std::optional<CardStatus> cardStatusFromRawValue(QAnyStringView raw)
 {
     return caseWithRawValue<CardStatus>(allCardStatuses, raw);
 }

@@ -2,6 +2,7 @@
 
 #include "ColorPair.h"
 
+#include <QAnyStringView>
 #include <QString>
 
 #include <array>
@@ -13,7 +14,7 @@ enum class CardStatus { notStarted, inProgress, waiting, complete };
 inline constexpr std::array allCardStatuses{CardStatus::notStarted, CardStatus::inProgress,
                                             CardStatus::waiting, CardStatus::complete};
 
-[[nodiscard]] std::optional<CardStatus> cardStatusFromRawValue(const QString &raw);
+[[nodiscard]] std::optional<CardStatus> cardStatusFromRawValue(QAnyStringView raw);
 [[nodiscard]] QString rawValue(CardStatus status);
 [[nodiscard]] QString label(CardStatus status);
 [[nodiscard]] QString symbol(CardStatus status);

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-std::optional<Priority> priorityFromRawValue(const QString &raw)
+std::optional<Priority> priorityFromRawValue(QAnyStringView raw)
 {
     return caseWithRawValue<Priority>(allPriorities, raw);
 }

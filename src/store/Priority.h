@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAnyStringView>
 #include <QString>
 
 #include <array>
@@ -11,7 +12,7 @@ enum class Priority { now, next, today, thisWeek, later };
 inline constexpr std::array allPriorities{Priority::now, Priority::next, Priority::today,
                                           Priority::thisWeek, Priority::later};
 
-[[nodiscard]] std::optional<Priority> priorityFromRawValue(const QString &raw);
+[[nodiscard]] std::optional<Priority> priorityFromRawValue(QAnyStringView raw);
 [[nodiscard]] QString rawValue(Priority priority);
 [[nodiscard]] QString label(Priority priority);
 [[nodiscard]] QString symbol(Priority priority);
