@@ -77,12 +77,10 @@ QString SQLiteStatement::text(int column) const
 
 std::optional<QString> SQLiteStatement::optionalText(int column) const
 {
-    if (isNull(column))
+    const auto text = utf8(column);
+    if (!text)
         return std::nullopt;
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(m_handle, column));
-    if (text == nullptr)
-        return std::nullopt;
-    return QString::fromUtf8(text, sqlite3_column_bytes(m_handle, column));
+    return text->toString();
 }
 
 std::optional<QUtf8StringView> SQLiteStatement::utf8(int column) const

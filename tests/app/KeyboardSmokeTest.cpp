@@ -101,21 +101,22 @@ TEST_F(KeyboardSmokeTest, CardsMovedByKeysKeepTheFocusAcrossTheReload)
     const QString first = column.at(0);
     const QString second = column.at(1);
 
-    // Across the columns: the card lands in the next one, and the keyboard is still on it there.
+    // Across the columns the card lands in the next one, and the keyboard is still on it there;
+    // back into a column that kept the card's old cell for reuse, and forward again.
+    constexpr Qt::KeyboardModifiers move = Qt::ControlModifier | Qt::AltModifier;
+    const struct {
+        Qt::Key key;
+        CardStatus lands;
+    } moves[] = {{Qt::Key_Right, CardStatus::inProgress},
+                 {Qt::Key_Right, CardStatus::waiting},
+                 {Qt::Key_Left, CardStatus::inProgress},
+                 {Qt::Key_Right, CardStatus::waiting}};
     focusCard(first);
-    press({Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier});
-    ASSERT_TRUE(shownIn(first, CardStatus::inProgress));
-    EXPECT_TRUE(focusComesTo(first));
-    press({Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier});
-    ASSERT_TRUE(shownIn(first, CardStatus::waiting));
-    EXPECT_TRUE(focusComesTo(first));
-    // Back into a column that kept the card's old cell for reuse, and forward again.
-    press({Qt::Key_Left, Qt::ControlModifier | Qt::AltModifier});
-    ASSERT_TRUE(shownIn(first, CardStatus::inProgress));
-    EXPECT_TRUE(focusComesTo(first));
-    press({Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier});
-    ASSERT_TRUE(shownIn(first, CardStatus::waiting));
-    EXPECT_TRUE(focusComesTo(first));
+    for (const auto &step : moves) {
+        press({step.key, move});
+        ASSERT_TRUE(shownIn(first, step.lands)) << int(step.lands);
+        EXPECT_TRUE(focusComesTo(first)) << int(step.lands);
+    }
 
     // Left goes to the nearest column with cards, at the same height.
     press({Qt::Key_Left});
@@ -125,17 +126,17 @@ TEST_F(KeyboardSmokeTest, CardsMovedByKeysKeepTheFocusAcrossTheReload)
 
     // Within the column, as the menu's Move Up and Move Down.
     focusCard(second);
-    press({Qt::Key_Down, Qt::ControlModifier | Qt::AltModifier});
+    press({Qt::Key_Down, move});
     ASSERT_TRUE(QTest::qWaitFor([&] { return notStarted().at(1).displayName == second; }, 3000));
     EXPECT_TRUE(focusComesTo(second));
-    press({Qt::Key_Up, Qt::ControlModifier | Qt::AltModifier});
+    press({Qt::Key_Up, move});
     ASSERT_TRUE(QTest::qWaitFor([&] { return notStarted().at(0).displayName == second; }, 3000));
     EXPECT_TRUE(focusComesTo(second));
 
     // Sorted by priority the order is not the user's, so a move by key does nothing.
     board()->setSortByPriority(true);
     const QStringList sorted = namesOf(notStarted());
-    press({Qt::Key_Down, Qt::ControlModifier | Qt::AltModifier});
+    press({Qt::Key_Down, move});
     QTest::qWait(200);
     EXPECT_EQ(namesOf(notStarted()), sorted);
 }
