@@ -12,13 +12,15 @@ namespace {
 
 constexpr int busyTimeoutMilliseconds = 5000;
 
+// A connection is used by one thread at a time, the database's worker, which runs one job after
+// another; SQLite's lock around every call, each column of each row included, would guard nothing.
 int flagsFor(SQLiteConnection::Access access)
 {
     switch (access) {
     case SQLiteConnection::Access::readWrite:
-        return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX;
+        return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     case SQLiteConnection::Access::readOnly:
-        return SQLITE_OPEN_READONLY | SQLITE_OPEN_FULLMUTEX;
+        return SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
     }
     Q_UNREACHABLE();
 }

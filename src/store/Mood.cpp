@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-std::optional<Mood> moodFromRawValue(const QString &raw)
+std::optional<Mood> moodFromRawValue(QAnyStringView raw)
 {
     return caseWithRawValue<Mood>(allMoods, raw);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAnyStringView>
 #include <QString>
 
 #include <array>
@@ -11,7 +12,7 @@ enum class Mood { deep, focused, ok, scattered, interrupted };
 inline constexpr std::array allMoods{Mood::deep, Mood::focused, Mood::ok, Mood::scattered,
                                      Mood::interrupted};
 
-[[nodiscard]] std::optional<Mood> moodFromRawValue(const QString &raw);
+[[nodiscard]] std::optional<Mood> moodFromRawValue(QAnyStringView raw);
 [[nodiscard]] QString rawValue(Mood mood);
 // The word the rating shows for the mood.
 [[nodiscard]] QString label(Mood mood);

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-std::optional<TimeSession::Source> sourceFromRawValue(const QString &raw)
+std::optional<TimeSession::Source> sourceFromRawValue(QAnyStringView raw)
 {
     return caseWithRawValue<TimeSession::Source>(
         {TimeSession::Source::manual, TimeSession::Source::automatic}, raw);
@@ -32,11 +32,13 @@ TimeSession sessionFromRow(const SQLiteStatement &row)
     TimeSession session;
     session.id = row.text(0);
 
-    const auto source = row.optionalText(4);
+    // The vocabulary words are matched where SQLite holds them: analytics reads every session.
+    const auto source = row.utf8(4);
     const auto knownSource = source ? sourceFromRawValue(*source) : std::nullopt;
     if (!knownSource)
         throw RepositoryError(RepositoryError::MalformedRow{
-            u"time_sessions"_s, session.id, u"unknown source '%1'"_s.arg(RowReading::textOrNull(source))});
+            u"time_sessions"_s, session.id,
+            u"unknown source '%1'"_s.arg(RowReading::textOrNull(row.optionalText(4)))});
     session.source = *knownSource;
 
     session.cardID = row.text(1);
@@ -45,7 +47,7 @@ TimeSession sessionFromRow(const SQLiteStatement &row)
     session.confidence = row.real(5);
     session.note = row.optionalText(6);
     session.targetSeconds = row.optionalInt64(7);
-    const auto mood = row.optionalText(8);
+    const auto mood = row.utf8(8);
     session.mood = mood ? moodFromRawValue(*mood) : std::nullopt;
     return session;
 }

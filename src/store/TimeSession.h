@@ -31,7 +31,7 @@ struct TimeSession {
 // without copying each one.
 Q_DECLARE_TYPEINFO(TimeSession, Q_RELOCATABLE_TYPE);
 
-[[nodiscard]] std::optional<TimeSession::Source> sourceFromRawValue(const QString &raw);
+[[nodiscard]] std::optional<TimeSession::Source> sourceFromRawValue(QAnyStringView raw);
 [[nodiscard]] QString rawValue(TimeSession::Source source);
 
 // The columns every SELECT and the INSERT on `time_sessions` name, in the order `sessionFromRow`

@@ -101,15 +101,20 @@ QList<WeeklyTotal> weeklyTotals(const QList<TimeSession> &sessions, const Projec
 std::map<std::optional<QString>, double> projectTotals(const QList<TimeSession> &sessions,
                                                        const ProjectByCard &projectByCard)
 {
-    std::map<std::optional<QString>, double> totals;
+    // Summed per card first: cards are few beside their sessions, and a card's project is then
+    // looked up once rather than for every session.
+    QHash<QString, double> byCard;
     for (const TimeSession &session : sessions) {
         if (!session.endedAt)
             continue;
         const double length =
             session.endedAt->secondsSinceReferenceDate() - session.startedAt.secondsSinceReferenceDate();
         if (length > 0)
-            totals[projectOf(session, projectByCard)] += length;
+            byCard[session.cardID] += length;
     }
+    std::map<std::optional<QString>, double> totals;
+    for (auto card = byCard.cbegin(); card != byCard.cend(); ++card)
+        totals[projectByCard.value(card.key(), std::nullopt)] += card.value();
     return totals;
 }
 
