@@ -61,13 +61,13 @@ Card cardFromRow(const SQLiteStatement &row)
     const auto status = row.utf8(4);
     const auto knownStatus = status ? cardStatusFromRawValue(*status) : std::nullopt;
     if (!knownStatus)
-        throw malformedCard(card.id, u"unknown status '%1'"_s.arg(RowReading::textOrNull(row.optionalText(4))));
+        throw malformedCard(card.id, u"unknown status '%1'"_s.arg(RowReading::textOrNull(status)));
     card.status = *knownStatus;
 
     const auto priority = row.utf8(5);
     const auto knownPriority = priority ? priorityFromRawValue(*priority) : std::nullopt;
     if (!knownPriority)
-        throw malformedCard(card.id, u"unknown priority '%1'"_s.arg(RowReading::textOrNull(row.optionalText(5))));
+        throw malformedCard(card.id, u"unknown priority '%1'"_s.arg(RowReading::textOrNull(priority)));
     card.priority = *knownPriority;
 
     card.displayPath = row.text(2);

@@ -28,9 +28,9 @@ QString color(const SQLiteStatement &row, int column)
     return row.optionalText(column).value_or(u"#8E8E93"_s);
 }
 
-QString textOrNull(const std::optional<QString> &word)
+QString textOrNull(const std::optional<QUtf8StringView> &word)
 {
-    return word.value_or(u"NULL"_s);
+    return word ? word->toString() : u"NULL"_s;
 }
 
 } // namespace RowReading

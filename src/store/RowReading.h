@@ -3,6 +3,7 @@
 #include "VeltoDate.h"
 
 #include <QString>
+#include <QUtf8StringView>
 
 #include <optional>
 
@@ -20,6 +21,6 @@ namespace RowReading {
 // A colour text; a NULL reads as the neutral grey "#8E8E93".
 [[nodiscard]] QString color(const SQLiteStatement &row, int column);
 // A stored word as a failure quotes it: the text, or NULL for a NULL column.
-[[nodiscard]] QString textOrNull(const std::optional<QString> &word);
+[[nodiscard]] QString textOrNull(const std::optional<QUtf8StringView> &word);
 
 } // namespace RowReading

@@ -37,8 +37,7 @@ TimeSession sessionFromRow(const SQLiteStatement &row)
     const auto knownSource = source ? sourceFromRawValue(*source) : std::nullopt;
     if (!knownSource)
         throw RepositoryError(RepositoryError::MalformedRow{
-            u"time_sessions"_s, session.id,
-            u"unknown source '%1'"_s.arg(RowReading::textOrNull(row.optionalText(4)))});
+            u"time_sessions"_s, session.id, u"unknown source '%1'"_s.arg(RowReading::textOrNull(source))});
     session.source = *knownSource;
 
     session.cardID = row.text(1);
