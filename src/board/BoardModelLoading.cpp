@@ -36,18 +36,6 @@ QHash<QString, CardResolution> withEarlierVerdicts(QHash<QString, CardResolution
     return known;
 }
 
-// The folders that are where the verdicts say, by card id.
-QHash<QString, QString> reachableFolders(const QHash<QString, CardResolution> &resolutions)
-{
-    QHash<QString, QString> folders;
-    for (auto verdict = resolutions.cbegin(); verdict != resolutions.cend(); ++verdict) {
-        // An available folder's path is where its location leads.
-        if (verdict->availability == CardResolution::Availability::available && verdict->locationURL)
-            folders.insert(verdict.key(), verdict->displayPath);
-    }
-    return folders;
-}
-
 // Each card's folder as its row last recorded it, by card id.
 QHash<QString, QString> foldersOfRows(const QList<Card> &cards)
 {
@@ -58,30 +46,31 @@ QHash<QString, QString> foldersOfRows(const QList<Card> &cards)
     return folders;
 }
 
-// The reads made at the rows' folders for the cards whose folder is still there.
-QHash<QString, WorkingFileRead> readsStillValid(const QHash<QString, WorkingFileRead> &atRows,
-                                                const QHash<QString, QString> &rowFolders,
-                                                const QHash<QString, QString> &folders)
-{
-    QHash<QString, WorkingFileRead> valid;
-    for (auto read = atRows.cbegin(); read != atRows.cend(); ++read) {
-        const auto folder = folders.constFind(read.key());
-        if (folder != folders.cend() && *folder == rowFolders.value(read.key()))
-            valid.insert(read.key(), read.value());
-    }
-    return valid;
-}
+// The working files read where the rows put the folders, less those of folders no longer
+// reachable there; and the reachable folders that are elsewhere, by card id, to read again. An
+// available folder's path is where its location leads.
+struct ReadsAfterVerdicts {
+    QHash<QString, WorkingFileRead> stillValid;
+    QHash<QString, QString> foldersElsewhere;
+};
 
-// The reachable folders that are not where their rows say, by card id.
-QHash<QString, QString> foldersMovedFromRows(const QHash<QString, QString> &rowFolders,
-                                             const QHash<QString, QString> &folders)
+ReadsAfterVerdicts readsAfterVerdicts(QHash<QString, WorkingFileRead> atRows, const QList<Card> &cards,
+                                      const QHash<QString, CardResolution> &resolutions)
 {
-    QHash<QString, QString> moved;
-    for (auto folder = folders.cbegin(); folder != folders.cend(); ++folder) {
-        if (rowFolders.value(folder.key()) != folder.value())
-            moved.insert(folder.key(), folder.value());
+    QHash<QString, QString> elsewhere;
+    for (const Card &card : cards) {
+        const auto verdict = resolutions.constFind(card.id);
+        const bool reachable = verdict != resolutions.cend()
+            && verdict->availability == CardResolution::Availability::available && verdict->locationURL;
+        if (reachable && verdict->displayPath == card.displayPath)
+            continue;
+        // Asked first, since removing from a shared table copies it even when the key is absent.
+        if (atRows.contains(card.id))
+            atRows.remove(card.id);
+        if (reachable)
+            elsewhere.insert(card.id, verdict->displayPath);
     }
-    return moved;
+    return {std::move(atRows), std::move(elsewhere)};
 }
 
 void joinVerdicts(QHash<QString, CardResolution> &into, const QHash<QString, CardResolution> &searched)
@@ -158,15 +147,15 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // A folder where it was costs one look, taken while the store is read; the few that moved
         // or vanished are searched for after, holding back neither the other cards nor the reads
         // of their working files. Until its search ends such a card keeps the verdict it had.
-        auto resolveKnown = [cards, failedSearches] {
-            return CardResolution::resolveWithoutSearch(cards, ResolutionContext::current(failedSearches));
+        auto resolveKnown = [cards, failedSearches, earlier = m_resolutions] {
+            return CardResolution::resolveWithoutSearch(cards, ResolutionContext::current(failedSearches),
+                                                        earlier);
         };
         Task<CardResolution::Partial> looking = onThreadPool(resolveKnown);
         // The working files are looked for where the rows say the folders are, at the same time;
         // the few folders found elsewhere are looked at again below.
-        const QHash<QString, QString> rowFolders = foldersOfRows(cards);
-        auto readAtRows = [earlier = m_workingFiles, rowFolders] {
-            return WorkingFileCache::refreshed(earlier, rowFolders);
+        auto readAtRows = [earlier = m_workingFiles, cards] {
+            return WorkingFileCache::refreshed(earlier, foldersOfRows(cards));
         };
         Task<QHash<QString, WorkingFileRead>> readingAtRows = onThreadPool(readAtRows);
 
@@ -204,12 +193,11 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
                 co_return false;
             setResolutions(resolutions);
         }
-        const QHash<QString, WorkingFileRead> atRows = co_await readingAtRows;
+        ReadsAfterVerdicts reads = readsAfterVerdicts(co_await readingAtRows, cards, resolutions);
         if (!self)
             co_return false;
-        const QHash<QString, QString> folders = reachableFolders(resolutions);
-        QHash<QString, WorkingFileRead> workingFiles = readsStillValid(atRows, rowFolders, folders);
-        if (const auto elsewhere = foldersMovedFromRows(rowFolders, folders); !elsewhere.isEmpty()) {
+        QHash<QString, WorkingFileRead> workingFiles = std::move(reads.stillValid);
+        if (const auto &elsewhere = reads.foldersElsewhere; !elsewhere.isEmpty()) {
             auto readElsewhere = [earlier = m_workingFiles, elsewhere] {
                 return WorkingFileCache::refreshed(earlier, elsewhere);
             };

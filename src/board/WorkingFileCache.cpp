@@ -6,9 +6,11 @@
 #include <QFile>
 #include <QList>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
+#include <vector>
 
 namespace WorkingFileCache {
 
@@ -60,8 +62,12 @@ QHash<QString, WorkingFileRead> refreshed(const QHash<QString, WorkingFileRead> 
 {
     const QList<QString> ids = folders.keys();
     // Each card's folder is looked at, and its file read when it changed, into a slot of its own.
-    QList<std::optional<WorkingFileRead>> found(ids.size());
-    std::optional<WorkingFileRead> *results = found.data();
+    // A file that has not changed keeps its slot empty and is taken from `earlier` afterwards.
+    struct Slot {
+        std::optional<WorkingFileRead> read;
+        bool isUnchanged = false;
+    };
+    std::vector<Slot> fileSlots(size_t(ids.size()));
     InShares::run(ids.size(), [&](qsizetype i) {
         const QString path = folders.value(ids.at(i)) + u'/' + WorkingFile::fileName;
         const auto look = lookAt(path);
@@ -70,14 +76,23 @@ QHash<QString, WorkingFileRead> refreshed(const QHash<QString, WorkingFileRead> 
         const auto known = earlier.constFind(ids.at(i));
         if (known != earlier.cend() && known->path == path && known->size == look->size
             && known->modified == look->modified)
-            results[i] = *known;
+            fileSlots[size_t(i)].isUnchanged = true;
         else
-            results[i] = readNow(path, look->size, look->modified, read);
+            fileSlots[size_t(i)].read = readNow(path, look->size, look->modified, read);
     });
+    // Every earlier read still standing, and nothing new: the earlier reads themselves, so that
+    // the board sees at no cost that nothing changed.
+    const auto unchanged = std::ranges::count_if(fileSlots, [](const Slot &slot) { return slot.isUnchanged; });
+    const bool anyNew = std::ranges::any_of(fileSlots, [](const Slot &slot) { return slot.read.has_value(); });
+    if (unchanged == earlier.size() && !anyNew)
+        return earlier;
     QHash<QString, WorkingFileRead> reads;
     for (qsizetype i = 0; i < ids.size(); ++i) {
-        if (found.at(i))
-            reads.insert(ids.at(i), std::move(*found[i]));
+        Slot &slot = fileSlots[size_t(i)];
+        if (slot.isUnchanged)
+            reads.insert(ids.at(i), earlier.value(ids.at(i)));
+        else if (slot.read)
+            reads.insert(ids.at(i), std::move(*slot.read));
     }
     return reads;
 }

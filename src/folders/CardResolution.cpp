@@ -8,6 +8,7 @@
 #include "SecurityScopedBookmark.h"
 
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -110,21 +111,41 @@ QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &car
 }
 
 CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &cards,
-                                                             const ResolutionContext &context)
+                                                             const ResolutionContext &context,
+                                                             const QHash<QString, CardResolution> &earlier)
 {
-    QList<std::optional<CardResolution>> resolutions(cards.size());
-    std::optional<CardResolution> *results = resolutions.data();
-    InShares::run(cards.size(), [&](qsizetype i) { results[i] = resolveWithoutSearch(cards.at(i), context); });
+    // Each card's verdict lands in its own slot, and one that repeats the earlier verdict is
+    // dropped there, on the thread that made it, so that an unchanged board builds nothing.
+    struct Slot {
+        std::optional<CardResolution> verdict;
+        bool isUnchanged = false;
+    };
+    std::vector<Slot> cardSlots(size_t(cards.size()));
+    InShares::run(cards.size(), [&](qsizetype i) {
+        Slot &slot = cardSlots[size_t(i)];
+        slot.verdict = resolveWithoutSearch(cards.at(i), context);
+        const auto known = earlier.constFind(cards.at(i).id);
+        if (slot.verdict && known != earlier.cend() && *known == *slot.verdict) {
+            slot.verdict.reset();
+            slot.isUnchanged = true;
+        }
+    });
+    const bool allUnchanged = earlier.size() == cards.size()
+        && std::ranges::all_of(cardSlots, [](const Slot &slot) { return slot.isUnchanged; });
+    if (allUnchanged)
+        return {earlier, {}};
 
     Partial partial;
-    partial.known.reserve(resolutions.size());
-    for (qsizetype i = 0; i < resolutions.size(); ++i) {
-        if (auto &resolution = resolutions[i]) {
-            const QString id = resolution->cardID;
-            partial.known.insert(id, std::move(*resolution));
-        } else {
+    partial.known.reserve(cards.size());
+    for (qsizetype i = 0; i < cards.size(); ++i) {
+        Slot &slot = cardSlots[size_t(i)];
+        const QString &id = cards.at(i).id;
+        if (slot.isUnchanged)
+            partial.known.insert(id, earlier.value(id));
+        else if (slot.verdict)
+            partial.known.insert(id, std::move(*slot.verdict));
+        else
             partial.needingSearch.append(cards.at(i));
-        }
     }
     return partial;
 }

@@ -39,12 +39,15 @@ struct CardResolution {
     // absent when only a search can tell (see SecurityScopedBookmark::resolveWithoutSearch).
     [[nodiscard]] static std::optional<CardResolution> resolveWithoutSearch(const Card &card,
                                                                             const ResolutionContext &context);
-    // The same for a list: the verdicts known at once, by id, and the cards left for a search.
+    // The same for a list: the verdicts known at once, by id, and the cards left for a search. A
+    // verdict equal to the card's `earlier` one is kept as that one, and when every card's is,
+    // `known` is `earlier` itself, so that a board whose folders stayed put costs nothing to compare.
     struct Partial {
         QHash<QString, CardResolution> known;
         QList<Card> needingSearch;
     };
-    [[nodiscard]] static Partial resolveWithoutSearch(const QList<Card> &cards, const ResolutionContext &context);
+    [[nodiscard]] static Partial resolveWithoutSearch(const QList<Card> &cards, const ResolutionContext &context,
+                                                      const QHash<QString, CardResolution> &earlier = {});
 
     // Absent when nothing can be read at `url`.
     [[nodiscard]] static std::optional<FolderIdentity> folderIdentity(const QUrl &url);

@@ -90,7 +90,12 @@ TEST_F(WorkingFileCacheTest, OnlyAFileWhoseSizeOrTimeChangedIsReadAgain)
     EXPECT_EQ(reads.value(u"c"_s).file.tasks.size(), 1);
 
     ASSERT_TRUE(QFile::remove(QDir(m_folders.value(u"c"_s)).filePath(u"velto.md"_s)));
-    EXPECT_FALSE(refresh(reads).contains(u"c"_s)) << "a removed file leaves no entry behind";
+    reads = refresh(reads);
+    EXPECT_FALSE(reads.contains(u"c"_s)) << "a removed file leaves no entry behind";
+    m_folders.remove(u"a"_s);
+    m_reads.clear();
+    EXPECT_EQ(refresh(reads).keys(), QStringList{u"b"_s}) << "nor does a card gone from the board";
+    EXPECT_TRUE(m_reads.isEmpty());
 }
 
 TEST_F(WorkingFileCacheTest, AFileTooLargeIsRefusedWithoutBeingOpened)

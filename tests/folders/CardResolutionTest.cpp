@@ -147,3 +147,53 @@ TEST(CardResolution, resolvesAllCardsByIDWithTheLaterOfTwoWinning)
     EXPECT_EQ(resolutions.value(u"C3"_s).displayName, u"other"_s);
     EXPECT_EQ(resolutions.value(u"C7"_s).availability, Availability::missing);
 }
+
+// A reload hands in the verdicts it had; what it gets back must be this board's verdicts all the
+// same, whichever of them it could keep.
+TEST(CardResolution, keepsEarlierVerdictsOnlyWhereTheyStillHold)
+{
+    const QStringList all{u"C1"_s, u"C2"_s, u"C3"_s};
+    struct Case {
+        const char *what;
+        std::function<void(const FolderSandbox &, QList<Card> &)> change;
+        QStringList known;
+        QStringList searched;
+        bool isEarlierItself;
+    };
+    const QList<Case> cases{
+        {"nothing changed", [](const FolderSandbox &, QList<Card> &) {}, all, {}, true},
+        {"a card removed from the board", [](const FolderSandbox &, QList<Card> &cards) { cards.removeLast(); },
+         {u"C1"_s, u"C2"_s}, {}, false},
+        {"a card added", [](const FolderSandbox &s, QList<Card> &cards) { cards.append(cardOf(s, u"d"_s, u"C4"_s)); },
+         all + QStringList{u"C4"_s}, {}, false},
+        {"a bookmark damaged", [](const FolderSandbox &, QList<Card> &cards) { cards[1].bookmark.chop(4); }, all, {},
+         false},
+        {"a folder renamed", [](const FolderSandbox &s, QList<Card> &) { s.move(u"b"_s, u"renamed"_s); },
+         {u"C1"_s, u"C3"_s}, {u"C2"_s}, false},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const FolderSandbox sandbox;
+        QList<Card> cards{cardOf(sandbox, u"a"_s, u"C1"_s), cardOf(sandbox, u"b"_s, u"C2"_s),
+                          cardOf(sandbox, u"c"_s, u"C3"_s)};
+        const auto context = ResolutionContext::current();
+        const auto earlier = CardResolution::resolveWithoutSearch(cards, context).known;
+        c.change(sandbox, cards);
+
+        const auto now = CardResolution::resolveWithoutSearch(cards, context, earlier);
+
+        auto known = now.known.keys();
+        known.sort();
+        EXPECT_EQ(known, c.known);
+        QStringList searched;
+        for (const Card &card : now.needingSearch)
+            searched.append(card.id);
+        EXPECT_EQ(searched, c.searched);
+        for (const Card &card : cards) {
+            if (now.known.contains(card.id)) {
+                EXPECT_EQ(now.known.value(card.id), CardResolution::resolve(card)) << card.id.toStdString();
+            }
+        }
+        EXPECT_EQ(now.known.isSharedWith(earlier), c.isEarlierItself);
+    }
+}
