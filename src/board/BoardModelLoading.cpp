@@ -1,5 +1,6 @@
 #include "BoardModel.h"
 
+#include "FolderLook.h"
 #include "Offload.h"
 #include "WorkingFileCache.h"
 
@@ -34,16 +35,6 @@ QHash<QString, CardResolution> withEarlierVerdicts(QHash<QString, CardResolution
             known.insert(card.id, *verdict);
     }
     return known;
-}
-
-// Each card's folder as its row last recorded it, by card id.
-QHash<QString, QString> foldersOfRows(const QList<Card> &cards)
-{
-    QHash<QString, QString> folders;
-    folders.reserve(cards.size());
-    for (const Card &card : cards)
-        folders.insert(card.id, card.displayPath);
-    return folders;
 }
 
 // The working files read where the rows put the folders, less those of folders no longer
@@ -110,7 +101,9 @@ Task<> BoardModel::reload()
 Task<> BoardModel::runAfter(QPointer<BoardModel> model, std::shared_ptr<LoadChain> previous,
                             std::shared_ptr<LoadChain> current)
 {
-    co_await LoadChain::Ended{std::move(previous)};
+    // Named, not a temporary: gcc 12 destroys a temporary awaiter of a ready co_await twice.
+    LoadChain::Ended ended{std::move(previous)};
+    co_await ended;
     if (model)
         co_await model->load();
     current->finish();
@@ -137,6 +130,13 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
     std::optional<Task<QHash<QString, CardResolution>>> searching;
     std::exception_ptr failure;
     try {
+        // The folders are looked at where the rows had them while the store is read again; the
+        // few rows the store then gives otherwise are looked at after. A folder where it was costs
+        // one look; the few that moved or vanished are searched for at the end, holding back
+        // neither the other cards nor the reads of their working files.
+        const QList<Card> lookedAt = m_cards;
+        const FolderLook::Earlier earlier{failedSearches, m_resolutions, m_workingFiles};
+        Task<FolderLook> lookingEarly = onThreadPool([lookedAt, earlier] { return FolderLook::of(lookedAt, earlier); });
         // Each source is published as soon as it is read, so new cards show while the rest loads.
         const QList<Card> cards = co_await database->allCards();
         if (!self)
@@ -144,20 +144,8 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // The rows show at once with the verdicts their folders had, so a move is on screen before
         // any folder is looked at; a card new to the board has none yet and shows no repair.
         setCards(cards);
-        // A folder where it was costs one look, taken while the store is read; the few that moved
-        // or vanished are searched for after, holding back neither the other cards nor the reads
-        // of their working files. Until its search ends such a card keeps the verdict it had.
-        auto resolveKnown = [cards, failedSearches, earlier = m_resolutions] {
-            return CardResolution::resolveWithoutSearch(cards, ResolutionContext::current(failedSearches),
-                                                        earlier);
-        };
-        Task<CardResolution::Partial> looking = onThreadPool(resolveKnown);
-        // The working files are looked for where the rows say the folders are, at the same time;
-        // the few folders found elsewhere are looked at again below.
-        auto readAtRows = [earlier = m_workingFiles, cards] {
-            return WorkingFileCache::refreshed(earlier, foldersOfRows(cards));
-        };
-        Task<QHash<QString, WorkingFileRead>> readingAtRows = onThreadPool(readAtRows);
+        auto lookAtChanges = [lookedAt, cards, earlier] { return FolderLook::ofChanges(lookedAt, cards, earlier); };
+        Task<FolderLook::OfChanges> lookingAtChanges = onThreadPool(lookAtChanges);
 
         const QList<Project> projects = co_await database->allProjects();
         if (!self)
@@ -176,9 +164,12 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
             co_return false;
         setChecklistProgress(progress);
 
-        CardResolution::Partial partial = co_await looking;
+        FolderLook early = co_await lookingEarly;
+        FolderLook::OfChanges changes = co_await lookingAtChanges;
+        FolderLook look = FolderLook::completed(std::move(early), std::move(changes), cards);
         if (!self)
             co_return false;
+        CardResolution::Partial &partial = look.verdicts;
         resolutions = std::move(partial.known);
         if (!partial.needingSearch.isEmpty()) {
             auto search = [pending = partial.needingSearch, failedSearches] {
@@ -193,13 +184,11 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
                 co_return false;
             setResolutions(resolutions);
         }
-        ReadsAfterVerdicts reads = readsAfterVerdicts(co_await readingAtRows, cards, resolutions);
-        if (!self)
-            co_return false;
+        ReadsAfterVerdicts reads = readsAfterVerdicts(std::move(look.readsAtRows), cards, resolutions);
         QHash<QString, WorkingFileRead> workingFiles = std::move(reads.stillValid);
         if (const auto &elsewhere = reads.foldersElsewhere; !elsewhere.isEmpty()) {
-            auto readElsewhere = [earlier = m_workingFiles, elsewhere] {
-                return WorkingFileCache::refreshed(earlier, elsewhere);
+            auto readElsewhere = [earlierReads = earlier.reads, elsewhere] {
+                return WorkingFileCache::refreshed(earlierReads, elsewhere);
             };
             workingFiles.insert(co_await onThreadPool(readElsewhere));
             if (!self)
