@@ -10,6 +10,7 @@
 #include "ChecklistProgress.h"
 #include "ColumnMove.h"
 #include "FinderTagMirror.h"
+#include "FolderLook.h"
 #include "FolderMatch.h"
 #include "FolderPicker.h"
 #include "LocalDay.h"
@@ -331,6 +332,8 @@ private:
     QHash<QString, ChecklistProgress> m_checklistProgress;
     QHash<QString, CardResolution> m_resolutions;
     QHash<QString, WorkingFileRead> m_workingFiles;
+    // The card folders last seen without a working file, which the next reload need not look into.
+    QHash<QString, FolderLook::WithoutFile> m_foldersWithoutFile;
     // Built as the views ask for them; kept for the cards on the board.
     mutable CardFaces m_faces;
     bool m_isLoading = false;

@@ -135,7 +135,7 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // one look; the few that moved or vanished are searched for at the end, holding back
         // neither the other cards nor the reads of their working files.
         const QList<Card> lookedAt = m_cards;
-        const FolderLook::Earlier earlier{failedSearches, m_resolutions, m_workingFiles};
+        const FolderLook::Earlier earlier{failedSearches, m_resolutions, m_workingFiles, m_foldersWithoutFile};
         Task<FolderLook> lookingEarly = onThreadPool([lookedAt, earlier] { return FolderLook::of(lookedAt, earlier); });
         // Each source is published as soon as it is read, so new cards show while the rest loads.
         const QList<Card> cards = co_await database->allCards();
@@ -169,6 +169,7 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         FolderLook look = FolderLook::completed(std::move(early), std::move(changes), cards);
         if (!self)
             co_return false;
+        m_foldersWithoutFile = std::move(look.withoutFile);
         CardResolution::Partial &partial = look.verdicts;
         resolutions = std::move(partial.known);
         if (!partial.needingSearch.isEmpty()) {

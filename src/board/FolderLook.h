@@ -18,14 +18,27 @@
 // look at the few rows the store then gives otherwise, so the folders are looked at while the
 // store is read.
 struct FolderLook {
+    // A folder seen without a working file, and when an entry was last added to it or removed
+    // from it. While that stays the same no file can have appeared there, so the folder is not
+    // looked into again: most folders have no working file, and looking for one would cost as
+    // much as the look at the folder itself.
+    struct WithoutFile {
+        QString path;
+        qint64 modified = 0;
+        bool operator==(const WithoutFile &) const = default;
+    };
+
     CardResolution::Partial verdicts;
     QHash<QString, WorkingFileRead> readsAtRows;
+    // By card id.
+    QHash<QString, WithoutFile> withoutFile;
 
     // The earlier verdicts and reads a look may keep where nothing changed.
     struct Earlier {
         std::shared_ptr<FailedSearches> failedSearches;
         QHash<QString, CardResolution> verdicts;
         QHash<QString, WorkingFileRead> reads;
+        QHash<QString, WithoutFile> withoutFile;
     };
 
     // Looks at the folders of `rows`. Blocks on the file system.

@@ -58,6 +58,28 @@ CardResolution fromResolved(const Card &card, ResolvedBookmark resolved, const R
     return fromCheck(card, std::move(resolved), path);
 }
 
+// A verdict told without a search, and when its folder last changed where it was confirmed.
+struct Looked {
+    std::optional<CardResolution> verdict;
+    std::optional<qint64> folderModified;
+};
+
+Looked lookWithoutSearch(const Card &card, const ResolutionContext &context)
+{
+    std::optional<ResolvedBookmark> resolved;
+    try {
+        resolved = SecurityScopedBookmark::resolveWithoutSearch(card.bookmark, context);
+    } catch (const BookmarkError &error) {
+        return {missingAsStored(card, std::nullopt, error.text()), std::nullopt};
+    }
+    if (!resolved)
+        return {};
+    const auto modified = resolved->modified;
+    CardResolution verdict = fromResolved(card, std::move(*resolved), context);
+    const bool isThere = verdict.availability == Availability::available;
+    return {std::move(verdict), isThere ? modified : std::nullopt};
+}
+
 } // namespace
 
 CardResolution CardResolution::resolve(const Card &card)
@@ -78,15 +100,7 @@ CardResolution CardResolution::resolve(const Card &card, const ResolutionContext
 
 std::optional<CardResolution> CardResolution::resolveWithoutSearch(const Card &card, const ResolutionContext &context)
 {
-    std::optional<ResolvedBookmark> resolved;
-    try {
-        resolved = SecurityScopedBookmark::resolveWithoutSearch(card.bookmark, context);
-    } catch (const BookmarkError &error) {
-        return missingAsStored(card, std::nullopt, error.text());
-    }
-    if (!resolved)
-        return std::nullopt;
-    return fromResolved(card, std::move(*resolved), context);
+    return lookWithoutSearch(card, context).verdict;
 }
 
 QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)
@@ -118,24 +132,34 @@ CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &
     // dropped there, on the thread that made it, so that an unchanged board builds nothing.
     struct Slot {
         std::optional<CardResolution> verdict;
+        std::optional<qint64> folderModified;
         bool isUnchanged = false;
     };
     std::vector<Slot> cardSlots(size_t(cards.size()));
     InShares::run(cards.size(), [&](qsizetype i) {
         Slot &slot = cardSlots[size_t(i)];
-        slot.verdict = resolveWithoutSearch(cards.at(i), context);
+        auto looked = lookWithoutSearch(cards.at(i), context);
+        slot.verdict = std::move(looked.verdict);
+        slot.folderModified = looked.folderModified;
         const auto known = earlier.constFind(cards.at(i).id);
         if (slot.verdict && known != earlier.cend() && *known == *slot.verdict) {
             slot.verdict.reset();
             slot.isUnchanged = true;
         }
     });
+    Partial partial;
+    partial.folderModified.reserve(cards.size());
+    for (qsizetype i = 0; i < cards.size(); ++i) {
+        if (const auto modified = cardSlots[size_t(i)].folderModified)
+            partial.folderModified.insert(cards.at(i).id, *modified);
+    }
     const bool allUnchanged = earlier.size() == cards.size()
         && std::ranges::all_of(cardSlots, [](const Slot &slot) { return slot.isUnchanged; });
-    if (allUnchanged)
-        return {earlier, {}};
+    if (allUnchanged) {
+        partial.known = earlier;
+        return partial;
+    }
 
-    Partial partial;
     partial.known.reserve(cards.size());
     for (qsizetype i = 0; i < cards.size(); ++i) {
         Slot &slot = cardSlots[size_t(i)];

@@ -42,9 +42,12 @@ struct CardResolution {
     // The same for a list: the verdicts known at once, by id, and the cards left for a search. A
     // verdict equal to the card's `earlier` one is kept as that one, and when every card's is,
     // `known` is `earlier` itself, so that a board whose folders stayed put costs nothing to compare.
+    // `folderModified` holds, for each folder confirmed where its card's verdict puts it, when an
+    // entry was last added to or removed from it (see FileIdentity::modified).
     struct Partial {
         QHash<QString, CardResolution> known;
         QList<Card> needingSearch;
+        QHash<QString, qint64> folderModified;
     };
     [[nodiscard]] static Partial resolveWithoutSearch(const QList<Card> &cards, const ResolutionContext &context,
                                                       const QHash<QString, CardResolution> &earlier = {});

@@ -29,7 +29,8 @@ std::optional<FileIdentity> FileIdentity::read(const QString &path, Detail detai
 {
     const QByteArray encoded = QFile::encodeName(path);
     struct statx status {};
-    if (statx(AT_FDCWD, encoded.constData(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_INO | STATX_BTIME, &status) != 0)
+    if (statx(AT_FDCWD, encoded.constData(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_INO | STATX_BTIME | STATX_MTIME,
+              &status) != 0)
         return std::nullopt;
 
     FileIdentity identity;
@@ -38,6 +39,7 @@ std::optional<FileIdentity> FileIdentity::read(const QString &path, Detail detai
     identity.isDirectory = S_ISDIR(status.stx_mode);
     if (status.stx_mask & STATX_BTIME)
         identity.birthTime = qint64(status.stx_btime.tv_sec) * 1'000'000'000 + status.stx_btime.tv_nsec;
+    identity.modified = qint64(status.stx_mtime.tv_sec) * 1'000'000'000 + status.stx_mtime.tv_nsec;
     if (detail == Detail::withHandle)
         identity.handle = handleOf(encoded);
     return identity;

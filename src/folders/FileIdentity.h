@@ -22,6 +22,9 @@ struct FileIdentity {
     std::optional<qint64> birthTime;
     // The handle type followed by the handle's bytes; empty where the file system gives none.
     QByteArray handle;
+    // When the file last changed, in nanoseconds since 1970; for a folder, when an entry was last
+    // added, removed or renamed in it. Read along with the rest, but not part of what the file is.
+    qint64 modified = 0;
 
     // The identity of what stands at `path` itself (a final link is not followed). Absent on
     // failure, with errno telling why.
@@ -30,5 +33,9 @@ struct FileIdentity {
     // Same device, inode and kind, and the same birth time and handle wherever both sides know them.
     [[nodiscard]] bool isSameFileAs(const FileIdentity &other) const;
 
-    bool operator==(const FileIdentity &) const = default;
+    bool operator==(const FileIdentity &other) const
+    {
+        return device == other.device && inode == other.inode && isDirectory == other.isDirectory
+            && birthTime == other.birthTime && handle == other.handle;
+    }
 };

@@ -13,6 +13,9 @@ struct ResolvedBookmark {
     // Whether the bookmarked item, confirmed at `url` while resolving, is a folder; absent when
     // what stands at `url` was not confirmed to be it. Spares a caller a second look at the disk.
     std::optional<bool> isDirectory;
+    // When what was confirmed at `url` last changed (see FileIdentity::modified); absent, like
+    // `isDirectory`, when it was not confirmed there.
+    std::optional<qint64> modified;
 
     bool operator==(const ResolvedBookmark &) const = default;
 };

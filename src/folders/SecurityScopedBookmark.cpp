@@ -28,6 +28,7 @@ struct Located {
     QString path;
     bool isStale = false;
     std::optional<bool> isDirectory;
+    std::optional<qint64> modified;
 };
 
 [[noreturn]] void refuseCreate(const QString &path, const QString &underlying)
@@ -115,9 +116,9 @@ std::optional<Located> locateWithoutSearch(const QByteArray &data, const Bookmar
     const auto atPlace = FileIdentity::read(place, detail);
     const bool movedMount = place != blob.path;
     if (atPlace && atPlace->isSameFileAs(wanted))
-        return Located{place, movedMount, atPlace->isDirectory};
+        return Located{place, movedMount, atPlace->isDirectory, atPlace->modified};
     if (context.failedSearches && context.failedSearches->contains(data))
-        return Located{place, atPlace.has_value() || movedMount, std::nullopt};
+        return Located{place, atPlace.has_value() || movedMount, std::nullopt, std::nullopt};
     return std::nullopt;
 }
 
@@ -131,12 +132,12 @@ Located locate(const QByteArray &data, const BookmarkBlob &blob, const QString &
     if (!found)
         found = search.around(place, searchTop(place, present.mountPoint, context.homeDirectory), ancestorLevels);
     if (found)
-        return {found->path, true, found->identity.isDirectory};
+        return {found->path, true, found->identity.isDirectory, found->identity.modified};
     if (context.failedSearches)
         context.failedSearches->insert(data);
     // The original is nowhere near: whatever stands at its old path now takes its place.
     const bool somethingAtPlace = FileIdentity::read(place, FileIdentity::Detail::statOnly).has_value();
-    return {place, somethingAtPlace || place != blob.path, std::nullopt};
+    return {place, somethingAtPlace || place != blob.path, std::nullopt, std::nullopt};
 }
 
 struct Placed {
@@ -164,13 +165,13 @@ ResolvedBookmark resolved(const Located &located, const ResolutionContext &conte
 {
     const QUrl url = QUrl::fromLocalFile(located.path);
     if (!located.isStale)
-        return {url, std::nullopt, located.isDirectory};
+        return {url, std::nullopt, located.isDirectory, located.modified};
     // A stale bookmark that cannot be renewed now is no failure: the next resolve tries again.
     const SecurityScopedBookmark::ScopedAccess access(url);
     try {
-        return {url, SecurityScopedBookmark::create(url, context.mounts), located.isDirectory};
+        return {url, SecurityScopedBookmark::create(url, context.mounts), located.isDirectory, located.modified};
     } catch (const BookmarkError &) {
-        return {url, std::nullopt, located.isDirectory};
+        return {url, std::nullopt, located.isDirectory, located.modified};
     }
 }
 

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <functional>
 
@@ -22,6 +25,14 @@ Card cardAt(const FolderSandbox &sandbox, const QString &relative, const QString
     card.displayPath = sandbox.path(relative);
     card.displayName = relative;
     return card;
+}
+
+// Dates the folder's last change a day back, as if nothing had touched it since.
+void settle(const FolderSandbox &sandbox, const QString &relative)
+{
+    const timespec dayAgo{time(nullptr) - 86'400, 0};
+    const timespec times[2]{dayAgo, dayAgo};
+    ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(sandbox.path(relative)).constData(), times, 0), 0);
 }
 
 QStringList sortedKeys(const auto &table)
@@ -66,7 +77,7 @@ TEST(FolderLook, aLookCompletedFromEarlierRowsTellsWhatAFreshLookWould)
         c.before(sandbox);
         const FolderLook::Earlier none;
         const FolderLook early = FolderLook::of(before, none);
-        const FolderLook::Earlier earlier{{}, early.verdicts.known, early.readsAtRows};
+        const FolderLook::Earlier earlier{{}, early.verdicts.known, early.readsAtRows, early.withoutFile};
         QList<Card> rows = before;
         c.change(sandbox, rows);
 
@@ -86,5 +97,58 @@ TEST(FolderLook, aLookCompletedFromEarlierRowsTellsWhatAFreshLookWould)
             return ids;
         };
         EXPECT_EQ(ids(completed.verdicts.needingSearch), ids(fresh.verdicts.needingSearch));
+    }
+}
+
+// Most folders hold no working file, and are not looked into on every reload; one that gains a
+// file must show it on the next.
+TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
+{
+    struct Case {
+        const char *what;
+        bool isSettled;
+        std::function<void(const FolderSandbox &)> change;
+        bool isKnownWithout;
+        bool isRead;
+    };
+    const auto none = [](const FolderSandbox &) {};
+    const auto writeFile = [](const FolderSandbox &s, const QString &relative) {
+        QFile file(s.path(relative));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("- [ ] Draft\n");
+    };
+    const QList<Case> cases{
+        {"left alone", true, none, true, false},
+        {"a file written into it", true, [&](const FolderSandbox &s) { writeFile(s, u"a/velto.md"_s); }, false, true},
+        {"a file moved into it",
+         true,
+         [&](const FolderSandbox &s) {
+             writeFile(s, u"elsewhere.md"_s);
+             s.move(u"elsewhere.md"_s, u"a/velto.md"_s);
+         },
+         false, true},
+        // Changed too lately to be sure a file added in the same tick of its clock would show.
+        {"changed a moment ago", false, none, false, false},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const FolderSandbox sandbox;
+        sandbox.makeFolder(u"a"_s);
+        Card card;
+        card.id = u"A"_s;
+        card.bookmark = SecurityScopedBookmark::create(sandbox.url(u"a"_s));
+        card.displayPath = sandbox.path(u"a"_s);
+        card.displayName = u"a"_s;
+        if (c.isSettled)
+            settle(sandbox, u"a"_s);
+        const FolderLook first = FolderLook::of({card}, {});
+        EXPECT_EQ(first.withoutFile.contains(u"A"_s), c.isSettled);
+
+        c.change(sandbox);
+        const FolderLook second =
+            FolderLook::of({card}, {{}, first.verdicts.known, first.readsAtRows, first.withoutFile});
+
+        EXPECT_EQ(second.withoutFile.contains(u"A"_s), c.isKnownWithout);
+        EXPECT_EQ(second.readsAtRows.contains(u"A"_s), c.isRead);
     }
 }
