@@ -31,9 +31,13 @@ bool FreedesktopTrash::holds(const QString &path, const QString &homeFilesDirect
         if (const auto inside = FolderPaths::relativeTo(path, homeFilesDirectory); inside && !inside->isEmpty())
             return true;
     }
-    // Every Trash component starts with "/.Trash"; what follows it tells which kind, if any.
+    // Every Trash component starts with "/.Trash"; what follows it tells which kind, if any. Most
+    // paths have none, and are told so without building anything.
+    qsizetype at = path.indexOf(u"/.Trash");
+    if (at < 0)
+        return false;
     const QString volumeFiles = u'-' + QString::number(userID) + u"/files/"_s;
-    for (qsizetype at = path.indexOf(u"/.Trash"); at >= 0; at = path.indexOf(u"/.Trash", at + 1)) {
+    for (; at >= 0; at = path.indexOf(u"/.Trash", at + 1)) {
         const QStringView rest = QStringView(path).sliced(at + 7);
         if (rest.isEmpty() || rest.startsWith(u'/') || rest == u"es" || rest.startsWith(u"es/"))
             return true;
