@@ -130,22 +130,19 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
     std::optional<Task<QHash<QString, CardResolution>>> searching;
     std::exception_ptr failure;
     try {
-        // The folders are looked at where the rows had them while the store is read again; the
-        // few rows the store then gives otherwise are looked at after. A folder where it was costs
-        // one look; the few that moved or vanished are searched for at the end, holding back
-        // neither the other cards nor the reads of their working files.
-        const QList<Card> lookedAt = m_cards;
-        const FolderLook::Earlier earlier{failedSearches, m_resolutions, m_workingFiles, m_foldersWithoutFile};
-        Task<FolderLook> lookingEarly = onThreadPool([lookedAt, earlier] { return FolderLook::of(lookedAt, earlier); });
         // Each source is published as soon as it is read, so new cards show while the rest loads.
         const QList<Card> cards = co_await database->allCards();
         if (!self)
             co_return false;
         // The rows show at once with the verdicts their folders had, so a move is on screen before
-        // any folder is looked at; a card new to the board has none yet and shows no repair.
+        // any folder is looked at; a card new to the board has none yet and shows no repair. The
+        // look starts only then: on two processors it would slow the read of the rows it waited for.
         setCards(cards);
-        auto lookAtChanges = [lookedAt, cards, earlier] { return FolderLook::ofChanges(lookedAt, cards, earlier); };
-        Task<FolderLook::OfChanges> lookingAtChanges = onThreadPool(lookAtChanges);
+        // A folder where it was costs one look, taken while the rest of the store is read; the few
+        // that moved or vanished are searched for after, holding back neither the other cards nor
+        // the reads of their working files. Until its search ends such a card keeps its verdict.
+        const FolderLook::Earlier earlier{failedSearches, m_resolutions, m_workingFiles, m_foldersWithoutFile};
+        Task<FolderLook> looking = onThreadPool([cards, earlier] { return FolderLook::of(cards, earlier); });
 
         const QList<Project> projects = co_await database->allProjects();
         if (!self)
@@ -164,9 +161,7 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
             co_return false;
         setChecklistProgress(progress);
 
-        FolderLook early = co_await lookingEarly;
-        FolderLook::OfChanges changes = co_await lookingAtChanges;
-        FolderLook look = FolderLook::completed(std::move(early), std::move(changes), cards);
+        FolderLook look = co_await looking;
         if (!self)
             co_return false;
         m_foldersWithoutFile = std::move(look.withoutFile);
