@@ -98,11 +98,6 @@ CardResolution CardResolution::resolve(const Card &card, const ResolutionContext
     return fromResolved(card, std::move(resolved), context);
 }
 
-std::optional<CardResolution> CardResolution::resolveWithoutSearch(const Card &card, const ResolutionContext &context)
-{
-    return lookWithoutSearch(card, context).verdict;
-}
-
 QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &cards)
 {
     return resolveAll(cards, ResolutionContext::current());

@@ -35,13 +35,11 @@ struct CardResolution {
     [[nodiscard]] static QHash<QString, CardResolution> resolveAll(const QList<Card> &cards,
                                                                    const ResolutionContext &context);
 
-    // The verdict as far as it goes without searching for a folder that is not where it was:
-    // absent when only a search can tell (see SecurityScopedBookmark::resolveWithoutSearch).
-    [[nodiscard]] static std::optional<CardResolution> resolveWithoutSearch(const Card &card,
-                                                                            const ResolutionContext &context);
-    // The same for a list: the verdicts known at once, by id, and the cards left for a search. A
-    // verdict equal to the card's `earlier` one is kept as that one, and when every card's is,
-    // `known` is `earlier` itself, so that a board whose folders stayed put costs nothing to compare.
+    // The verdicts as far as they go without searching for a folder that is not where it was
+    // (see SecurityScopedBookmark::resolveWithoutSearch): those known at once, by id, and the
+    // cards left for a search. A verdict equal to the card's `earlier` one is kept as that one, and
+    // when every card's is, `known` is `earlier` itself, so that a board whose folders stayed put
+    // costs nothing to compare.
     // `folderModified` holds, for each folder confirmed where its card's verdict puts it, when an
     // entry was last added to or removed from it (see FileIdentity::modified).
     struct Partial {
