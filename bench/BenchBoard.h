@@ -5,6 +5,7 @@
 #include "Database.h"
 #include "FocusSettings.h"
 #include "SecurityScopedBookmark.h"
+#include "SettledFolder.h"
 #include "TimerModel.h"
 
 #include <QDir>
@@ -12,9 +13,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-#include <fcntl.h>
 #include <memory>
-#include <sys/stat.h>
 
 // Real folders, each with its card, spread over the four columns, in a fresh database, with the
 // board and the timer the application would put on screen over them.
@@ -64,19 +63,11 @@ public:
     [[nodiscard]] const QList<QByteArray> &paths() const { return m_paths; }
 
 private:
-    // A user's folders were last changed long before the board looks at them, not a moment ago.
-    static void settle(const QString &path)
-    {
-        const timespec dayAgo{time(nullptr) - 86'400, 0};
-        const timespec times[2]{dayAgo, dayAgo};
-        utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0);
-    }
-
     Card card(int i)
     {
         const QString path = m_dir.filePath(QStringLiteral("folders/Client work %1").arg(i, 5, 10, QChar(u'0')));
         QDir().mkdir(path);
-        settle(path);
+        settleFolder(path);
         m_paths.append(QFile::encodeName(path));
         Card card;
         card.id = QStringLiteral("CARD-%1").arg(i, 8, 10, QChar(u'0'));

@@ -2,27 +2,13 @@
 
 #include "FolderLook.h"
 #include "SecurityScopedBookmark.h"
+#include "SettledFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 #include <functional>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Dates the folder's last change a day back, as if nothing had touched it since.
-void settle(const FolderSandbox &sandbox, const QString &relative)
-{
-    const timespec dayAgo{time(nullptr) - 86'400, 0};
-    const timespec times[2]{dayAgo, dayAgo};
-    ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(sandbox.path(relative)).constData(), times, 0), 0);
-}
-
-} // namespace
 
 // Most folders hold no working file, and are not looked into on every reload; one that gains a
 // file must show it on the next.
@@ -63,8 +49,9 @@ TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
         card.bookmark = SecurityScopedBookmark::create(sandbox.url(u"a"_s));
         card.displayPath = sandbox.path(u"a"_s);
         card.displayName = u"a"_s;
-        if (c.isSettled)
-            settle(sandbox, u"a"_s);
+        if (c.isSettled) {
+            ASSERT_TRUE(settleFolder(sandbox.path(u"a"_s)));
+        }
         const FolderLook first = FolderLook::of({card}, {});
         EXPECT_EQ(first.withoutFile.contains(u"A"_s), c.isSettled);
 
