@@ -16,6 +16,7 @@ protected:
     {
         if (!QDBusConnection::sessionBus().isConnected())
             GTEST_SKIP() << "needs a session bus: run under dbus-run-session";
+        ASSERT_TRUE(drainBus()) << "the bus did not deliver the marker";
     }
 };
 

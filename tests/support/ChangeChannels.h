@@ -24,9 +24,11 @@ inline DatabaseChangeNotifier freshChannel()
                                                + QUuid::createUuid().toString(QUuid::WithoutBraces));
 }
 
-// Signals from one process arrive in the order they were sent: once a marker posted last on a
-// channel of its own has come back, every earlier post has been delivered too, so a count can be
-// checked without sleeping. False when the bus did not deliver the marker.
+// Signals from one process arrive in the order they were sent, except on a connection that has
+// not delivered one yet: its first few can come out of order. So a test drains once before it
+// posts anything, and from then on, once a marker posted last on a channel of its own has come
+// back, every earlier post has been delivered too, so a count can be checked without sleeping.
+// False when the bus did not deliver the marker.
 inline bool drainBus()
 {
     const DatabaseChangeNotifier marker = freshChannel();
