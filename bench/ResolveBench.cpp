@@ -1,5 +1,7 @@
 #include "CardResolution.h"
+#include "FolderLook.h"
 #include "SecurityScopedBookmark.h"
+#include "SettledFolder.h"
 
 #include <QDir>
 #include <QFile>
@@ -22,6 +24,7 @@ public:
         for (int i = 0; i < count; ++i) {
             const QString path = m_dir.filePath(u"cards/Folder %1"_s.arg(i, 5, 10, QChar(u'0')));
             QDir().mkdir(path);
+            settleFolder(path);
             Card card;
             card.id = u"C%1"_s.arg(i);
             card.bookmark = SecurityScopedBookmark::create(QUrl::fromLocalFile(path));
@@ -74,6 +77,21 @@ void resolveEachInTurn(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// The look a reload takes at folders that all stayed put since its last.
+void lookAgain(benchmark::State &state)
+{
+    const Board board(int(state.range(0)));
+    FolderLook::Earlier earlier{std::make_shared<FailedSearches>(), std::make_shared<MountWatch>(), {}, {}, {}, {}};
+    const FolderLook first = FolderLook::of(board.cards(), earlier);
+    earlier.verdicts = first.verdicts.known;
+    earlier.confirmed = first.verdicts.confirmed;
+    earlier.reads = first.readsAtRows;
+    earlier.withoutFile = first.withoutFile;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(FolderLook::of(board.cards(), earlier));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 // One of 10,000 folders moved into a sibling folder, the one numbered by the argument; every
 // iteration searches again, since the renewed bookmark is not kept.
 void findMovedIntoSibling(benchmark::State &state)
@@ -103,6 +121,7 @@ void missingAmong10000(benchmark::State &state)
 
 BENCHMARK(statFloor)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(resolveAll)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(lookAgain)->Arg(1'000)->Arg(10'000)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(resolveEachInTurn)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(findMovedIntoSibling)->Arg(1)->Arg(9'999)->Unit(benchmark::kMillisecond);
 BENCHMARK(missingAmong10000)->Unit(benchmark::kMillisecond);

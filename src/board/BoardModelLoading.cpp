@@ -131,7 +131,14 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
     std::exception_ptr failure;
     try {
         // Each source is published as soon as it is read, so new cards show while the rest loads.
-        const QList<Card> cards = co_await database->allCards();
+        // Asked for together, so that the store reads them one after another without waiting for
+        // this thread to take each in turn; still published in this order.
+        Task<QList<Card>> readingCards = database->allCards();
+        Task<QList<Project>> readingProjects = database->allProjects();
+        Task<QList<Tag>> readingTags = database->allTags();
+        Task<QHash<QString, QSet<QString>>> readingLinks = database->tagLinks();
+        Task<QHash<QString, ChecklistProgress>> readingProgress = database->checklistProgress();
+        const QList<Card> cards = co_await readingCards;
         if (!self)
             co_return false;
         // The rows show at once with the verdicts their folders had, so a move is on screen before
@@ -141,22 +148,23 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // A folder where it was costs one look, taken while the rest of the store is read; the few
         // that moved or vanished are searched for after, holding back neither the other cards nor
         // the reads of their working files. Until its search ends such a card keeps its verdict.
-        const FolderLook::Earlier earlier{failedSearches, m_resolutions, m_workingFiles, m_foldersWithoutFile};
+        const FolderLook::Earlier earlier{failedSearches,      m_mountWatch,   m_resolutions, m_confirmedFolders,
+                                          m_workingFiles, m_foldersWithoutFile};
         Task<FolderLook> looking = onThreadPool([cards, earlier] { return FolderLook::of(cards, earlier); });
 
-        const QList<Project> projects = co_await database->allProjects();
+        const QList<Project> projects = co_await readingProjects;
         if (!self)
             co_return false;
         setProjects(projects);
-        const QList<Tag> tags = co_await database->allTags();
+        const QList<Tag> tags = co_await readingTags;
         if (!self)
             co_return false;
         setTags(tags);
-        const auto links = co_await database->tagLinks();
+        const auto links = co_await readingLinks;
         if (!self)
             co_return false;
         setTagIDsByCard(links);
-        const auto progress = co_await database->checklistProgress();
+        const auto progress = co_await readingProgress;
         if (!self)
             co_return false;
         setChecklistProgress(progress);
@@ -166,6 +174,7 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
             co_return false;
         m_foldersWithoutFile = std::move(look.withoutFile);
         CardResolution::Partial &partial = look.verdicts;
+        m_confirmedFolders = std::move(partial.confirmed);
         resolutions = std::move(partial.known);
         if (!partial.needingSearch.isEmpty()) {
             auto search = [pending = partial.needingSearch, failedSearches] {

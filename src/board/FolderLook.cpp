@@ -18,13 +18,13 @@ constexpr qint64 settledAfter = std::chrono::nanoseconds(std::chrono::seconds(1)
 // When the folder of `row` last changed, where the verdict confirmed it at the row's path.
 std::optional<qint64> modifiedAtRow(const Card &row, const CardResolution::Partial &verdicts)
 {
-    const auto modified = verdicts.folderModified.constFind(row.id);
-    if (modified == verdicts.folderModified.cend())
+    const auto confirmed = verdicts.confirmed.constFind(row.id);
+    if (confirmed == verdicts.confirmed.cend())
         return std::nullopt;
     const auto verdict = verdicts.known.constFind(row.id);
     if (verdict == verdicts.known.cend() || verdict->displayPath != row.displayPath)
         return std::nullopt;
-    return *modified;
+    return confirmed->modified;
 }
 
 // The rows' folders to look into for a working file, by card id, and those known to hold none.
@@ -58,9 +58,10 @@ FolderLook FolderLook::of(const QList<Card> &rows, const Earlier &earlier)
     if (rows.isEmpty())
         return {};
     const qint64 started = QDateTime::currentMSecsSinceEpoch() * 1'000'000;
-    const auto context = ResolutionContext::current(earlier.failedSearches);
+    const auto context = earlier.mounts ? ResolutionContext::current(*earlier.mounts, earlier.failedSearches)
+                                        : ResolutionContext::current(earlier.failedSearches);
     FolderLook look;
-    look.verdicts = CardResolution::resolveWithoutSearch(rows, context, earlier.verdicts);
+    look.verdicts = CardResolution::resolveWithoutSearch(rows, context, earlier.verdicts, earlier.confirmed);
     FoldersToRead toRead = foldersToRead(rows, look.verdicts, earlier.withoutFile);
     look.readsAtRows = WorkingFileCache::refreshed(earlier.reads, toRead.folders);
     look.withoutFile = std::move(toRead.withoutFile);

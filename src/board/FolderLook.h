@@ -3,6 +3,7 @@
 #include "Card.h"
 #include "CardResolution.h"
 #include "FailedSearches.h"
+#include "MountWatch.h"
 #include "WorkingFileRead.h"
 
 #include <QHash>
@@ -29,10 +30,13 @@ struct FolderLook {
     // By card id.
     QHash<QString, WithoutFile> withoutFile;
 
-    // The earlier verdicts and reads a look may keep where nothing changed.
+    // The earlier verdicts, confirmations and reads a look may keep where nothing changed; the
+    // mounts are read through `mounts` where there is one, so that a confirmation can hold.
     struct Earlier {
         std::shared_ptr<FailedSearches> failedSearches;
+        std::shared_ptr<MountWatch> mounts;
         QHash<QString, CardResolution> verdicts;
+        QHash<QString, CardResolution::Confirmed> confirmed;
         QHash<QString, WorkingFileRead> reads;
         QHash<QString, WithoutFile> withoutFile;
     };

@@ -58,17 +58,21 @@ CardResolution fromResolved(const Card &card, ResolvedBookmark resolved, const R
     return fromCheck(card, std::move(resolved), path);
 }
 
-// A verdict told without a search, and when its folder last changed where it was confirmed.
+using Confirmed = CardResolution::Confirmed;
+
+// A verdict told without a search, and its folder's confirmation where it was found available.
 struct Looked {
     std::optional<CardResolution> verdict;
-    std::optional<qint64> folderModified;
+    std::optional<Confirmed> confirmed;
 };
 
 Looked lookWithoutSearch(const Card &card, const ResolutionContext &context)
 {
+    std::optional<BookmarkPlace> place;
     std::optional<ResolvedBookmark> resolved;
     try {
-        resolved = SecurityScopedBookmark::resolveWithoutSearch(card.bookmark, context);
+        place = SecurityScopedBookmark::placeOf(card.bookmark, context);
+        resolved = SecurityScopedBookmark::resolveWithoutSearch(card.bookmark, *place, context);
     } catch (const BookmarkError &error) {
         return {missingAsStored(card, std::nullopt, error.text()), std::nullopt};
     }
@@ -76,8 +80,79 @@ Looked lookWithoutSearch(const Card &card, const ResolutionContext &context)
         return {};
     const auto modified = resolved->modified;
     CardResolution verdict = fromResolved(card, std::move(*resolved), context);
-    const bool isThere = verdict.availability == Availability::available;
-    return {std::move(verdict), isThere ? modified : std::nullopt};
+    if (verdict.availability != Availability::available || !modified)
+        return {std::move(verdict), std::nullopt};
+    return {std::move(verdict), Confirmed{card.bookmark, context.mountGeneration, std::move(*place), *modified}};
+}
+
+// Whether one look at the place of the card's earlier confirmation settles its verdict: the same
+// bookmark under the same mounts leads to the same place, and the same folder found there is
+// given the verdict it had.
+bool isConfirmable(const Card &card, const ResolutionContext &context, const CardResolution &earlier,
+                   const Confirmed &confirmed)
+{
+    return context.mountGeneration != 0 && confirmed.mountGeneration == context.mountGeneration
+        && !confirmed.place.isElsewhere && earlier.availability == Availability::available
+        && !earlier.refreshedBookmark && earlier.displayPath == confirmed.place.path
+        && confirmed.bookmark == card.bookmark;
+}
+
+// One card's share of a look. What repeats the earlier look is flagged rather than made again.
+struct CardSlot {
+    std::optional<CardResolution> verdict;
+    std::optional<Confirmed> confirmed;
+    bool isUnchanged = false;
+    bool isConfirmedAsBefore = false;
+};
+
+CardSlot lookAgain(const Card &card, const ResolutionContext &context, const QHash<QString, CardResolution> &earlier,
+                   const QHash<QString, Confirmed> &earlierConfirmed)
+{
+    CardSlot slot;
+    const auto known = earlier.constFind(card.id);
+    const auto wasConfirmed = earlierConfirmed.constFind(card.id);
+    const bool hasBoth = known != earlier.cend() && wasConfirmed != earlierConfirmed.cend();
+    if (hasBoth && isConfirmable(card, context, *known, *wasConfirmed)) {
+        if (const auto found = SecurityScopedBookmark::foundAt(wasConfirmed->place)) {
+            slot.isUnchanged = true;
+            slot.isConfirmedAsBefore = found->modified == wasConfirmed->modified;
+            if (!slot.isConfirmedAsBefore) {
+                slot.confirmed = *wasConfirmed;
+                slot.confirmed->modified = found->modified;
+            }
+            return slot;
+        }
+    }
+    Looked looked = lookWithoutSearch(card, context);
+    slot.isUnchanged = looked.verdict && known != earlier.cend() && *known == *looked.verdict;
+    if (!slot.isUnchanged)
+        slot.verdict = std::move(looked.verdict);
+    slot.isConfirmedAsBefore = looked.confirmed && wasConfirmed != earlierConfirmed.cend()
+        && *looked.confirmed == *wasConfirmed;
+    if (!slot.isConfirmedAsBefore)
+        slot.confirmed = std::move(looked.confirmed);
+    return slot;
+}
+
+// The earlier table itself when every card's confirmation is as it was, so that nothing is copied.
+QHash<QString, Confirmed> confirmedByID(const QList<Card> &cards, std::vector<CardSlot> &cardSlots,
+                                        const QHash<QString, Confirmed> &earlier)
+{
+    const bool asBefore = earlier.size() == cards.size()
+        && std::ranges::all_of(cardSlots, [](const CardSlot &slot) { return slot.isConfirmedAsBefore; });
+    if (asBefore)
+        return earlier;
+    QHash<QString, Confirmed> confirmed;
+    confirmed.reserve(cards.size());
+    for (qsizetype i = 0; i < cards.size(); ++i) {
+        CardSlot &slot = cardSlots[size_t(i)];
+        const QString &id = cards.at(i).id;
+        if (slot.isConfirmedAsBefore)
+            confirmed.insert(id, earlier.value(id));
+        else if (slot.confirmed)
+            confirmed.insert(id, std::move(*slot.confirmed));
+    }
+    return confirmed;
 }
 
 } // namespace
@@ -121,35 +196,19 @@ QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &car
 
 CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &cards,
                                                              const ResolutionContext &context,
-                                                             const QHash<QString, CardResolution> &earlier)
+                                                             const QHash<QString, CardResolution> &earlier,
+                                                             const QHash<QString, Confirmed> &earlierConfirmed)
 {
-    // Each card's verdict lands in its own slot, and one that repeats the earlier verdict is
-    // dropped there, on the thread that made it, so that an unchanged board builds nothing.
-    struct Slot {
-        std::optional<CardResolution> verdict;
-        std::optional<qint64> folderModified;
-        bool isUnchanged = false;
-    };
-    std::vector<Slot> cardSlots(size_t(cards.size()));
+    // Each card's share lands in its own slot, made on the thread that looked, so that an
+    // unchanged board builds nothing.
+    std::vector<CardSlot> cardSlots(size_t(cards.size()));
     InShares::run(cards.size(), [&](qsizetype i) {
-        Slot &slot = cardSlots[size_t(i)];
-        auto looked = lookWithoutSearch(cards.at(i), context);
-        slot.verdict = std::move(looked.verdict);
-        slot.folderModified = looked.folderModified;
-        const auto known = earlier.constFind(cards.at(i).id);
-        if (slot.verdict && known != earlier.cend() && *known == *slot.verdict) {
-            slot.verdict.reset();
-            slot.isUnchanged = true;
-        }
+        cardSlots[size_t(i)] = lookAgain(cards.at(i), context, earlier, earlierConfirmed);
     });
     Partial partial;
-    partial.folderModified.reserve(cards.size());
-    for (qsizetype i = 0; i < cards.size(); ++i) {
-        if (const auto modified = cardSlots[size_t(i)].folderModified)
-            partial.folderModified.insert(cards.at(i).id, *modified);
-    }
+    partial.confirmed = confirmedByID(cards, cardSlots, earlierConfirmed);
     const bool allUnchanged = earlier.size() == cards.size()
-        && std::ranges::all_of(cardSlots, [](const Slot &slot) { return slot.isUnchanged; });
+        && std::ranges::all_of(cardSlots, [](const CardSlot &slot) { return slot.isUnchanged; });
     if (allUnchanged) {
         partial.known = earlier;
         return partial;
@@ -157,7 +216,7 @@ CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &
 
     partial.known.reserve(cards.size());
     for (qsizetype i = 0; i < cards.size(); ++i) {
-        Slot &slot = cardSlots[size_t(i)];
+        CardSlot &slot = cardSlots[size_t(i)];
         const QString &id = cards.at(i).id;
         if (slot.isUnchanged)
             partial.known.insert(id, earlier.value(id));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BookmarkPlace.h"
 #include "Card.h"
 #include "FolderIdentity.h"
 #include "ResolutionContext.h"
@@ -35,20 +36,35 @@ struct CardResolution {
     [[nodiscard]] static QHash<QString, CardResolution> resolveAll(const QList<Card> &cards,
                                                                    const ResolutionContext &context);
 
+    // A folder confirmed at its bookmark's place, with what a later look needs to confirm it there
+    // again at one system call: the bookmark that led there and the reading of the mounts it was
+    // worked out under (see ResolutionContext::mountGeneration). `modified` is when an entry was
+    // last added to or removed from the folder (see FileIdentity::modified).
+    struct Confirmed {
+        QByteArray bookmark;
+        quint64 mountGeneration = 0;
+        BookmarkPlace place;
+        qint64 modified = 0;
+
+        bool operator==(const Confirmed &) const = default;
+    };
+
     // The verdicts as far as they go without searching for a folder that is not where it was
     // (see SecurityScopedBookmark::resolveWithoutSearch): those known at once, by id, and the
     // cards left for a search. A verdict equal to the card's `earlier` one is kept as that one, and
     // when every card's is, `known` is `earlier` itself, so that a board whose folders stayed put
-    // costs nothing to compare.
-    // `folderModified` holds, for each folder confirmed where its card's verdict puts it, when an
-    // entry was last added to or removed from it (see FileIdentity::modified).
+    // costs nothing to compare. `confirmed` holds, by card id, each folder found available where
+    // its verdict puts it; likewise it is `earlierConfirmed` itself when none of those changed.
+    // A card confirmed earlier under the same bookmark and the same mounts, whose earlier verdict
+    // found its folder there, costs one system call.
     struct Partial {
         QHash<QString, CardResolution> known;
         QList<Card> needingSearch;
-        QHash<QString, qint64> folderModified;
+        QHash<QString, Confirmed> confirmed;
     };
     [[nodiscard]] static Partial resolveWithoutSearch(const QList<Card> &cards, const ResolutionContext &context,
-                                                      const QHash<QString, CardResolution> &earlier = {});
+                                                      const QHash<QString, CardResolution> &earlier = {},
+                                                      const QHash<QString, Confirmed> &earlierConfirmed = {});
 
     // Absent when nothing can be read at `url`.
     [[nodiscard]] static std::optional<FolderIdentity> folderIdentity(const QUrl &url);

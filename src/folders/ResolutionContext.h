@@ -2,6 +2,7 @@
 
 #include "FailedSearches.h"
 #include "MountTable.h"
+#include "MountWatch.h"
 
 #include <QString>
 
@@ -17,6 +18,10 @@ struct ResolutionContext {
     uint userID = 0;
     // Bookmarks not to search for again; absent, every bookmark away from its place is searched for.
     std::shared_ptr<FailedSearches> failedSearches;
+    // The number of the watch's reading that `mounts` is (see MountWatch); 0 when they were read
+    // for this context alone, so that nothing worked out from them is known to hold later.
+    quint64 mountGeneration = 0;
 
     static ResolutionContext current(std::shared_ptr<FailedSearches> failedSearches = {});
+    static ResolutionContext current(MountWatch &mounts, std::shared_ptr<FailedSearches> failedSearches = {});
 };

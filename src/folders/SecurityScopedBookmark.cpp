@@ -105,60 +105,63 @@ std::optional<InodeSearch::Found> searchTrash(InodeSearch &search, const Resolut
     return std::nullopt;
 }
 
+// With a birth time to compare, inode and birth time tell the file apart at one system call.
+std::optional<FileIdentity> readAt(const BookmarkPlace &place)
+{
+    const auto detail = place.wanted.birthTime ? FileIdentity::Detail::statOnly : FileIdentity::Detail::withHandle;
+    return FileIdentity::read(place.path, detail);
+}
+
 // Where the bookmark leads without a search: its recorded place when the same file is there, or,
 // when an earlier search for it found nothing, whatever stands there now. Absent when only a
 // search can tell.
-std::optional<Located> locateWithoutSearch(const QByteArray &data, const BookmarkBlob &blob, const QString &place,
-                                           const FileIdentity &wanted, const ResolutionContext &context)
+std::optional<Located> locateWithoutSearch(const QByteArray &data, const BookmarkPlace &place,
+                                           const ResolutionContext &context)
 {
-    // With a birth time to compare, inode and birth time tell the file apart at one system call.
-    const auto detail = wanted.birthTime ? FileIdentity::Detail::statOnly : FileIdentity::Detail::withHandle;
-    const auto atPlace = FileIdentity::read(place, detail);
-    const bool movedMount = place != blob.path;
-    if (atPlace && atPlace->isSameFileAs(wanted))
-        return Located{place, movedMount, atPlace->isDirectory, atPlace->modified};
+    const auto atPlace = readAt(place);
+    if (atPlace && atPlace->isSameFileAs(place.wanted))
+        return Located{place.path, place.isElsewhere, atPlace->isDirectory, atPlace->modified};
     if (context.failedSearches && context.failedSearches->contains(data))
-        return Located{place, atPlace.has_value() || movedMount, std::nullopt, std::nullopt};
+        return Located{place.path, atPlace.has_value() || place.isElsewhere, std::nullopt, std::nullopt};
     return std::nullopt;
 }
 
-Located locate(const QByteArray &data, const BookmarkBlob &blob, const QString &place, const FileIdentity &wanted,
-               const MountTable::Mount &present, const ResolutionContext &context)
+Located locate(const QByteArray &data, const BookmarkPlace &place, const MountTable::Mount &present,
+               const ResolutionContext &context)
 {
-    if (auto located = locateWithoutSearch(data, blob, place, wanted, context))
+    if (auto located = locateWithoutSearch(data, place, context))
         return *located;
-    InodeSearch search(wanted, searchBudget);
-    auto found = searchTrash(search, context, present, wanted);
+    InodeSearch search(place.wanted, searchBudget);
+    auto found = searchTrash(search, context, present, place.wanted);
     if (!found)
-        found = search.around(place, searchTop(place, present.mountPoint, context.homeDirectory), ancestorLevels);
+        found = search.around(place.path, searchTop(place.path, present.mountPoint, context.homeDirectory),
+                              ancestorLevels);
     if (found)
         return {found->path, true, found->identity.isDirectory, found->identity.modified};
     if (context.failedSearches)
         context.failedSearches->insert(data);
     // The original is nowhere near: whatever stands at its old path now takes its place.
-    const bool somethingAtPlace = FileIdentity::read(place, FileIdentity::Detail::statOnly).has_value();
-    return {place, somethingAtPlace || place != blob.path, std::nullopt, std::nullopt};
+    const bool somethingAtPlace = FileIdentity::read(place.path, FileIdentity::Detail::statOnly).has_value();
+    return {place.path, somethingAtPlace || place.isElsewhere, std::nullopt, std::nullopt};
 }
 
 struct Placed {
-    BookmarkBlob blob;
-    QString place;
-    FileIdentity wanted;
+    BookmarkPlace place;
     const MountTable::Mount *present;
 };
 
 // The bookmark read and its volume found mounted; throws BookmarkError otherwise.
 Placed placed(const QByteArray &data, const ResolutionContext &context)
 {
-    BookmarkBlob blob = BookmarkBlob::decoded(data);
+    const BookmarkBlob blob = BookmarkBlob::decoded(data);
     const MountTable::Mount *present = context.mounts.find(blob.volume);
     if (present == nullptr)
         refuseNotMounted(blob.volume);
-    auto place = presentPlace(blob, *present);
-    if (!place)
+    auto path = presentPlace(blob, *present);
+    if (!path)
         refuseNotMounted(blob.volume);
-    FileIdentity wanted = wantedIdentity(blob, *present);
-    return {std::move(blob), std::move(*place), std::move(wanted), present};
+    const bool isElsewhere = *path != blob.path;
+    return {{std::move(*path), wantedIdentity(blob, *present), isElsewhere}, present};
 }
 
 ResolvedBookmark resolved(const Located &located, const ResolutionContext &context)
@@ -208,16 +211,29 @@ ResolvedBookmark resolve(const QByteArray &data)
 ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &context)
 {
     const Placed at = placed(data, context);
-    return resolved(locate(data, at.blob, at.place, at.wanted, *at.present, context), context);
+    return resolved(locate(data, at.place, *at.present, context), context);
 }
 
-std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data, const ResolutionContext &context)
+BookmarkPlace placeOf(const QByteArray &data, const ResolutionContext &context)
 {
-    const Placed at = placed(data, context);
-    const auto located = locateWithoutSearch(data, at.blob, at.place, at.wanted, context);
+    return placed(data, context).place;
+}
+
+std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data, const BookmarkPlace &place,
+                                                     const ResolutionContext &context)
+{
+    const auto located = locateWithoutSearch(data, place, context);
     if (!located)
         return std::nullopt;
     return resolved(*located, context);
+}
+
+std::optional<FileIdentity> foundAt(const BookmarkPlace &place)
+{
+    auto atPlace = readAt(place);
+    if (atPlace && atPlace->isSameFileAs(place.wanted))
+        return atPlace;
+    return std::nullopt;
 }
 
 BookmarkPathCheck checkPath(const QUrl &url, bool expectsDirectory)

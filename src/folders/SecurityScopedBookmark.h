@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BookmarkPathCheck.h"
+#include "BookmarkPlace.h"
 #include "ResolutionContext.h"
 #include "ResolvedBookmark.h"
 
@@ -40,10 +41,18 @@ private:
 [[nodiscard]] ResolvedBookmark resolve(const QByteArray &data);
 [[nodiscard]] ResolvedBookmark resolve(const QByteArray &data, const ResolutionContext &context);
 
-// The same, as far as it goes without searching: absent when the item is not at its recorded place
-// and the context does not hold that a search for it found nothing.
-[[nodiscard]] std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data,
+// Where the bookmarked item should stand under the mounts of `context`. Throws BookmarkError
+// (couldNotResolve) like resolve.
+[[nodiscard]] BookmarkPlace placeOf(const QByteArray &data, const ResolutionContext &context);
+
+// The same as resolve, as far as it goes without searching, from the bookmark's `place`: absent
+// when the item is not there and the context does not hold that a search for it found nothing.
+[[nodiscard]] std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data, const BookmarkPlace &place,
                                                                    const ResolutionContext &context);
+
+// What stands at `place` when it is the bookmarked item itself; absent when it is not. One
+// system call where the bookmark recorded the item's birth time.
+[[nodiscard]] std::optional<FileIdentity> foundAt(const BookmarkPlace &place);
 
 // Whether what stands at `url` can be used as a folder (or a file); never fails.
 [[nodiscard]] BookmarkPathCheck checkPath(const QUrl &url, bool expectsDirectory);

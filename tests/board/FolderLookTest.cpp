@@ -52,12 +52,15 @@ TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
         if (c.isSettled) {
             ASSERT_TRUE(settleFolder(sandbox.path(u"a"_s)));
         }
-        const FolderLook first = FolderLook::of({card}, {});
+        // Through a watch of the mounts, as the board looks, so that the second look confirms
+        // the folder at one system call.
+        const auto mounts = std::make_shared<MountWatch>();
+        const FolderLook first = FolderLook::of({card}, {{}, mounts, {}, {}, {}, {}});
         EXPECT_EQ(first.withoutFile.contains(u"A"_s), c.isSettled);
 
         c.change(sandbox);
-        const FolderLook second =
-            FolderLook::of({card}, {{}, first.verdicts.known, first.readsAtRows, first.withoutFile});
+        const FolderLook second = FolderLook::of(
+            {card}, {{}, mounts, first.verdicts.known, first.verdicts.confirmed, first.readsAtRows, first.withoutFile});
 
         EXPECT_EQ(second.withoutFile.contains(u"A"_s), c.isKnownWithout);
         EXPECT_EQ(second.readsAtRows.contains(u"A"_s), c.isRead);

@@ -148,39 +148,57 @@ TEST(CardResolution, resolvesAllCardsByIDWithTheLaterOfTwoWinning)
     EXPECT_EQ(resolutions.value(u"C7"_s).availability, Availability::missing);
 }
 
-// A reload hands in the verdicts it had; what it gets back must be this board's verdicts all the
-// same, whichever of them it could keep.
+// A reload hands in the verdicts and confirmations it had; what it gets back must be this board's
+// verdicts all the same, whichever of them it could keep or confirm at one look.
 TEST(CardResolution, keepsEarlierVerdictsOnlyWhereTheyStillHold)
 {
     const QStringList all{u"C1"_s, u"C2"_s, u"C3"_s};
+    using Change = std::function<void(const FolderSandbox &, QList<Card> &)>;
+    const Change none = [](const FolderSandbox &, QList<Card> &) {};
     struct Case {
         const char *what;
-        std::function<void(const FolderSandbox &, QList<Card> &)> change;
+        Change change;
+        bool isRemounted;
         QStringList known;
         QStringList searched;
         bool isEarlierItself;
+        bool isConfirmedItself;
     };
     const QList<Case> cases{
-        {"nothing changed", [](const FolderSandbox &, QList<Card> &) {}, all, {}, true},
+        {"nothing changed", none, false, all, {}, true, true},
+        {"the mounts read anew", none, true, all, {}, true, false},
         {"a card removed from the board", [](const FolderSandbox &, QList<Card> &cards) { cards.removeLast(); },
-         {u"C1"_s, u"C2"_s}, {}, false},
+         false, {u"C1"_s, u"C2"_s}, {}, false, false},
         {"a card added", [](const FolderSandbox &s, QList<Card> &cards) { cards.append(cardOf(s, u"d"_s, u"C4"_s)); },
-         all + QStringList{u"C4"_s}, {}, false},
-        {"a bookmark damaged", [](const FolderSandbox &, QList<Card> &cards) { cards[1].bookmark.chop(4); }, all, {},
-         false},
-        {"a folder renamed", [](const FolderSandbox &s, QList<Card> &) { s.move(u"b"_s, u"renamed"_s); },
-         {u"C1"_s, u"C3"_s}, {u"C2"_s}, false},
+         false, all + QStringList{u"C4"_s}, {}, false, false},
+        {"a bookmark damaged", [](const FolderSandbox &, QList<Card> &cards) { cards[1].bookmark.chop(4); }, false,
+         all, {}, false, false},
+        {"a bookmark that now leads to another folder",
+         [](const FolderSandbox &, QList<Card> &cards) { cards[1].bookmark = cards[2].bookmark; }, false, all, {},
+         false, false},
+        {"a folder renamed", [](const FolderSandbox &s, QList<Card> &) { s.move(u"b"_s, u"renamed"_s); }, false,
+         {u"C1"_s, u"C3"_s}, {u"C2"_s}, false, false},
+        {"a folder replaced by another of its name",
+         [](const FolderSandbox &s, QList<Card> &) {
+             s.remove(u"b"_s);
+             s.makeFolder(u"b"_s);
+         },
+         false, {u"C1"_s, u"C3"_s}, {u"C2"_s}, false, false},
     };
+    MountWatch mounts;
     for (const Case &c : cases) {
         SCOPED_TRACE(c.what);
         const FolderSandbox sandbox;
         QList<Card> cards{cardOf(sandbox, u"a"_s, u"C1"_s), cardOf(sandbox, u"b"_s, u"C2"_s),
                           cardOf(sandbox, u"c"_s, u"C3"_s)};
-        const auto context = ResolutionContext::current();
-        const auto earlier = CardResolution::resolveWithoutSearch(cards, context).known;
+        // Through a watch, as the board reads the mounts, so that a confirmation can hold.
+        auto context = ResolutionContext::current(mounts);
+        const auto earlier = CardResolution::resolveWithoutSearch(cards, context);
         c.change(sandbox, cards);
+        if (c.isRemounted)
+            ++context.mountGeneration;
 
-        const auto now = CardResolution::resolveWithoutSearch(cards, context, earlier);
+        const auto now = CardResolution::resolveWithoutSearch(cards, context, earlier.known, earlier.confirmed);
 
         auto known = now.known.keys();
         known.sort();
@@ -194,6 +212,7 @@ TEST(CardResolution, keepsEarlierVerdictsOnlyWhereTheyStillHold)
                 EXPECT_EQ(now.known.value(card.id), CardResolution::resolve(card)) << card.id.toStdString();
             }
         }
-        EXPECT_EQ(now.known.isSharedWith(earlier), c.isEarlierItself);
+        EXPECT_EQ(now.known.isSharedWith(earlier.known), c.isEarlierItself);
+        EXPECT_EQ(now.confirmed.isSharedWith(earlier.confirmed), c.isConfirmedItself);
     }
 }
