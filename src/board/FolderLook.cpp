@@ -15,21 +15,20 @@ namespace {
 // changed this recently may change again within the same tick, unseen.
 constexpr qint64 settledAfter = std::chrono::nanoseconds(std::chrono::seconds(1)).count();
 
-// When the folder of `row` last changed, where the verdict confirmed it at the row's path.
+// When the folder of `row` last changed, where the look confirmed it at the row's path.
 std::optional<qint64> modifiedAtRow(const Card &row, const CardResolution::Partial &verdicts)
 {
     const auto confirmed = verdicts.confirmed.constFind(row.id);
-    if (confirmed == verdicts.confirmed.cend())
-        return std::nullopt;
-    const auto verdict = verdicts.known.constFind(row.id);
-    if (verdict == verdicts.known.cend() || verdict->displayPath != row.displayPath)
+    if (confirmed == verdicts.confirmed.cend() || confirmed->place.path != row.displayPath)
         return std::nullopt;
     return confirmed->modified;
 }
 
-// The rows' folders to look into for a working file, by card id, and those known to hold none.
+// The rows' folders to look into for a working file, by card id, and those known to hold none;
+// of the first, when each was last changed where it was confirmed at its row.
 struct FoldersToRead {
     QHash<QString, QString> folders;
+    QHash<QString, qint64> modified;
     QHash<QString, FolderLook::WithoutFile> withoutFile;
 };
 
@@ -37,13 +36,16 @@ FoldersToRead foldersToRead(const QList<Card> &rows, const CardResolution::Parti
                             const QHash<QString, FolderLook::WithoutFile> &earlier)
 {
     FoldersToRead toRead;
-    toRead.folders.reserve(rows.size());
     for (const Card &row : rows) {
+        const auto modified = modifiedAtRow(row, verdicts);
         const auto known = earlier.constFind(row.id);
-        if (known != earlier.cend() && known->path == row.displayPath && known->modified == modifiedAtRow(row, verdicts))
+        if (known != earlier.cend() && known->path == row.displayPath && known->modified == modified) {
             toRead.withoutFile.insert(row.id, *known);
-        else
-            toRead.folders.insert(row.id, row.displayPath);
+            continue;
+        }
+        toRead.folders.insert(row.id, row.displayPath);
+        if (modified)
+            toRead.modified.insert(row.id, *modified);
     }
     // The earlier table itself when all of it still holds, so that nothing is copied.
     if (toRead.withoutFile.size() == earlier.size())
@@ -65,11 +67,12 @@ FolderLook FolderLook::of(const QList<Card> &rows, const Earlier &earlier)
     FoldersToRead toRead = foldersToRead(rows, look.verdicts, earlier.withoutFile);
     look.readsAtRows = WorkingFileCache::refreshed(earlier.reads, toRead.folders);
     look.withoutFile = std::move(toRead.withoutFile);
-    for (const Card &row : rows) {
-        if (!toRead.folders.contains(row.id) || look.readsAtRows.contains(row.id))
+    for (auto folder = toRead.folders.cbegin(); folder != toRead.folders.cend(); ++folder) {
+        if (look.readsAtRows.contains(folder.key()))
             continue;
-        if (const auto modified = modifiedAtRow(row, look.verdicts); modified && *modified < started - settledAfter)
-            look.withoutFile.insert(row.id, {row.displayPath, *modified});
+        const auto modified = toRead.modified.constFind(folder.key());
+        if (modified != toRead.modified.cend() && *modified < started - settledAfter)
+            look.withoutFile.insert(folder.key(), {folder.value(), *modified});
     }
     return look;
 }

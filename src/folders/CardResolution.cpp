@@ -106,14 +106,14 @@ struct CardSlot {
 };
 
 CardSlot lookAgain(const Card &card, const ResolutionContext &context, const QHash<QString, CardResolution> &earlier,
-                   const QHash<QString, Confirmed> &earlierConfirmed)
+                   const QHash<QString, Confirmed> &earlierConfirmed, EntryReader &reader)
 {
     CardSlot slot;
     const auto known = earlier.constFind(card.id);
     const auto wasConfirmed = earlierConfirmed.constFind(card.id);
     const bool hasBoth = known != earlier.cend() && wasConfirmed != earlierConfirmed.cend();
     if (hasBoth && isConfirmable(card, context, *known, *wasConfirmed)) {
-        if (const auto found = SecurityScopedBookmark::foundAt(wasConfirmed->place)) {
+        if (const auto found = SecurityScopedBookmark::foundAt(wasConfirmed->place, reader)) {
             slot.isUnchanged = true;
             slot.isConfirmedAsBefore = found->modified == wasConfirmed->modified;
             if (!slot.isConfirmedAsBefore) {
@@ -202,8 +202,10 @@ CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &
     // Each card's share lands in its own slot, made on the thread that looked, so that an
     // unchanged board builds nothing.
     std::vector<CardSlot> cardSlots(size_t(cards.size()));
-    InShares::run(cards.size(), [&](qsizetype i) {
-        cardSlots[size_t(i)] = lookAgain(cards.at(i), context, earlier, earlierConfirmed);
+    InShares::runInRanges(cards.size(), [&](qsizetype begin, qsizetype end) {
+        EntryReader reader;
+        for (qsizetype i = begin; i < end; ++i)
+            cardSlots[size_t(i)] = lookAgain(cards.at(i), context, earlier, earlierConfirmed, reader);
     });
     Partial partial;
     partial.confirmed = confirmedByID(cards, cardSlots, earlierConfirmed);

@@ -10,13 +10,13 @@
 
 namespace {
 
-QByteArray handleOf(const QByteArray &path)
+QByteArray handleOf(int directory, const QByteArray &path)
 {
     alignas(file_handle) std::array<char, sizeof(file_handle) + MAX_HANDLE_SZ> storage{};
     auto *header = reinterpret_cast<file_handle *>(storage.data());
     header->handle_bytes = MAX_HANDLE_SZ;
     int mountId = 0;
-    if (name_to_handle_at(AT_FDCWD, path.constData(), header, &mountId, 0) != 0)
+    if (name_to_handle_at(directory, path.constData(), header, &mountId, 0) != 0)
         return {};
     QByteArray handle(reinterpret_cast<const char *>(&header->handle_type), sizeof(header->handle_type));
     handle.append(storage.data() + sizeof(file_handle), header->handle_bytes);
@@ -27,9 +27,13 @@ QByteArray handleOf(const QByteArray &path)
 
 std::optional<FileIdentity> FileIdentity::read(const QString &path, Detail detail)
 {
-    const QByteArray encoded = QFile::encodeName(path);
+    return readIn(AT_FDCWD, QFile::encodeName(path), detail);
+}
+
+std::optional<FileIdentity> FileIdentity::readIn(int directory, const QByteArray &path, Detail detail)
+{
     struct statx status {};
-    if (statx(AT_FDCWD, encoded.constData(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_INO | STATX_BTIME | STATX_MTIME,
+    if (statx(directory, path.constData(), AT_SYMLINK_NOFOLLOW, STATX_TYPE | STATX_INO | STATX_BTIME | STATX_MTIME,
               &status) != 0)
         return std::nullopt;
 
@@ -41,7 +45,7 @@ std::optional<FileIdentity> FileIdentity::read(const QString &path, Detail detai
         identity.birthTime = qint64(status.stx_btime.tv_sec) * 1'000'000'000 + status.stx_btime.tv_nsec;
     identity.modified = qint64(status.stx_mtime.tv_sec) * 1'000'000'000 + status.stx_mtime.tv_nsec;
     if (detail == Detail::withHandle)
-        identity.handle = handleOf(encoded);
+        identity.handle = handleOf(directory, path);
     return identity;
 }
 

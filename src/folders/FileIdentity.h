@@ -29,6 +29,9 @@ struct FileIdentity {
     // The identity of what stands at `path` itself (a final link is not followed). Absent on
     // failure, with errno telling why.
     static std::optional<FileIdentity> read(const QString &path, Detail detail);
+    // The same for `path` taken from the directory open at `directory` (a descriptor, or
+    // AT_FDCWD), in the file system's encoding.
+    static std::optional<FileIdentity> readIn(int directory, const QByteArray &path, Detail detail);
 
     // Same device, inode and kind, and the same birth time and handle wherever both sides know them.
     [[nodiscard]] bool isSameFileAs(const FileIdentity &other) const;

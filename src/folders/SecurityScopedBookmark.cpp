@@ -106,10 +106,9 @@ std::optional<InodeSearch::Found> searchTrash(InodeSearch &search, const Resolut
 }
 
 // With a birth time to compare, inode and birth time tell the file apart at one system call.
-std::optional<FileIdentity> readAt(const BookmarkPlace &place)
+FileIdentity::Detail detailToConfirm(const FileIdentity &wanted)
 {
-    const auto detail = place.wanted.birthTime ? FileIdentity::Detail::statOnly : FileIdentity::Detail::withHandle;
-    return FileIdentity::read(place.path, detail);
+    return wanted.birthTime ? FileIdentity::Detail::statOnly : FileIdentity::Detail::withHandle;
 }
 
 // Where the bookmark leads without a search: its recorded place when the same file is there, or,
@@ -118,7 +117,7 @@ std::optional<FileIdentity> readAt(const BookmarkPlace &place)
 std::optional<Located> locateWithoutSearch(const QByteArray &data, const BookmarkPlace &place,
                                            const ResolutionContext &context)
 {
-    const auto atPlace = readAt(place);
+    const auto atPlace = FileIdentity::read(place.path, detailToConfirm(place.wanted));
     if (atPlace && atPlace->isSameFileAs(place.wanted))
         return Located{place.path, place.isElsewhere, atPlace->isDirectory, atPlace->modified};
     if (context.failedSearches && context.failedSearches->contains(data))
@@ -228,9 +227,9 @@ std::optional<ResolvedBookmark> resolveWithoutSearch(const QByteArray &data, con
     return resolved(*located, context);
 }
 
-std::optional<FileIdentity> foundAt(const BookmarkPlace &place)
+std::optional<FileIdentity> foundAt(const BookmarkPlace &place, EntryReader &reader)
 {
-    auto atPlace = readAt(place);
+    auto atPlace = reader.read(place.path, detailToConfirm(place.wanted));
     if (atPlace && atPlace->isSameFileAs(place.wanted))
         return atPlace;
     return std::nullopt;

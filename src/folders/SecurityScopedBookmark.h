@@ -2,6 +2,7 @@
 
 #include "BookmarkPathCheck.h"
 #include "BookmarkPlace.h"
+#include "EntryReader.h"
 #include "ResolutionContext.h"
 #include "ResolvedBookmark.h"
 
@@ -52,7 +53,7 @@ private:
 
 // What stands at `place` when it is the bookmarked item itself; absent when it is not. One
 // system call where the bookmark recorded the item's birth time.
-[[nodiscard]] std::optional<FileIdentity> foundAt(const BookmarkPlace &place);
+[[nodiscard]] std::optional<FileIdentity> foundAt(const BookmarkPlace &place, EntryReader &reader);
 
 // Whether what stands at `url` can be used as a folder (or a file); never fails.
 [[nodiscard]] BookmarkPathCheck checkPath(const QUrl &url, bool expectsDirectory);
