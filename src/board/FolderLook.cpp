@@ -16,10 +16,10 @@ namespace {
 constexpr qint64 settledAfter = std::chrono::nanoseconds(std::chrono::seconds(1)).count();
 
 // When the folder of `row` last changed, where the look confirmed it at the row's path.
-std::optional<qint64> modifiedAtRow(const Card &row, const CardResolution::Partial &verdicts)
+std::optional<qint64> modifiedAtRow(const Card &row, const QHash<QString, CardResolution::Confirmed> &confirmedByID)
 {
-    const auto confirmed = verdicts.confirmed.constFind(row.id);
-    if (confirmed == verdicts.confirmed.cend() || confirmed->place.path != row.displayPath)
+    const auto confirmed = confirmedByID.constFind(row.id);
+    if (confirmed == confirmedByID.cend() || confirmed->place.path != row.displayPath)
         return std::nullopt;
     return confirmed->modified;
 }
@@ -32,12 +32,12 @@ struct FoldersToRead {
     QHash<QString, FolderLook::WithoutFile> withoutFile;
 };
 
-FoldersToRead foldersToRead(const QList<Card> &rows, const CardResolution::Partial &verdicts,
+FoldersToRead foldersToRead(const QList<Card> &rows, const QHash<QString, CardResolution::Confirmed> &confirmed,
                             const QHash<QString, FolderLook::WithoutFile> &earlier)
 {
     FoldersToRead toRead;
     for (const Card &row : rows) {
-        const auto modified = modifiedAtRow(row, verdicts);
+        const auto modified = modifiedAtRow(row, confirmed);
         const auto known = earlier.constFind(row.id);
         if (known != earlier.cend() && known->path == row.displayPath && known->modified == modified) {
             toRead.withoutFile.insert(row.id, *known);
@@ -64,7 +64,7 @@ FolderLook FolderLook::of(const QList<Card> &rows, const Earlier &earlier)
                                         : ResolutionContext::current(earlier.failedSearches);
     FolderLook look;
     look.verdicts = CardResolution::resolveWithoutSearch(rows, context, earlier.verdicts, earlier.confirmed);
-    FoldersToRead toRead = foldersToRead(rows, look.verdicts, earlier.withoutFile);
+    FoldersToRead toRead = foldersToRead(rows, look.verdicts.confirmed, earlier.withoutFile);
     look.readsAtRows = WorkingFileCache::refreshed(earlier.reads, toRead.folders);
     look.withoutFile = std::move(toRead.withoutFile);
     for (auto folder = toRead.folders.cbegin(); folder != toRead.folders.cend(); ++folder) {
