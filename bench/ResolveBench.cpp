@@ -77,11 +77,14 @@ void resolveEachInTurn(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-// The look a reload takes at folders that all stayed put since its last.
+// The look a reload takes at folders that all stayed put since its last; with the second argument
+// 1, through a watch on the folders, as the board looks.
 void lookAgain(benchmark::State &state)
 {
     const Board board(int(state.range(0)));
-    FolderLook::Earlier earlier{std::make_shared<FailedSearches>(), std::make_shared<MountWatch>(), {}, {}, {}, {}};
+    const auto folders = state.range(1) != 0 ? std::make_shared<FolderWatch>() : nullptr;
+    FolderLook::Earlier earlier{std::make_shared<FailedSearches>(), std::make_shared<MountWatch>(), folders, {}, {},
+                                {}, {}};
     const FolderLook first = FolderLook::of(board.cards(), earlier);
     earlier.verdicts = first.verdicts.known;
     earlier.confirmed = first.verdicts.confirmed;
@@ -121,7 +124,7 @@ void missingAmong10000(benchmark::State &state)
 
 BENCHMARK(statFloor)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(resolveAll)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(lookAgain)->Arg(1'000)->Arg(10'000)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(lookAgain)->ArgsProduct({{1'000, 10'000}, {0, 1}})->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(resolveEachInTurn)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(findMovedIntoSibling)->Arg(1)->Arg(9'999)->Unit(benchmark::kMillisecond);
 BENCHMARK(missingAmong10000)->Unit(benchmark::kMillisecond);

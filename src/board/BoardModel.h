@@ -335,9 +335,11 @@ private:
     // The card folders last seen without a working file, which the next reload need not look into.
     QHash<QString, FolderLook::WithoutFile> m_foldersWithoutFile;
     // The card folders last confirmed where their bookmarks lead, which the next reload confirms
-    // there again at one system call each while the mounts stay as they were.
+    // there again at one system call each while the mounts stay as they were, and at none while
+    // the folder watch notes nothing of them.
     QHash<QString, CardResolution::Confirmed> m_confirmedFolders;
     std::shared_ptr<MountWatch> m_mountWatch = std::make_shared<MountWatch>();
+    std::shared_ptr<FolderWatch> m_folderWatch = std::make_shared<FolderWatch>();
     // Built as the views ask for them; kept for the cards on the board.
     mutable CardFaces m_faces;
     bool m_isLoading = false;

@@ -148,8 +148,9 @@ Task<bool> BoardModel::loadSources(const QPointer<BoardModel> &self)
         // A folder where it was costs one look, taken while the rest of the store is read; the few
         // that moved or vanished are searched for after, holding back neither the other cards nor
         // the reads of their working files. Until its search ends such a card keeps its verdict.
-        const FolderLook::Earlier earlier{failedSearches, m_mountWatch, m_resolutions,
-                                          m_confirmedFolders, m_workingFiles, m_foldersWithoutFile};
+        const FolderLook::Earlier earlier{failedSearches,     m_mountWatch,   m_folderWatch,
+                                          m_resolutions,      m_confirmedFolders,
+                                          m_workingFiles,     m_foldersWithoutFile};
         Task<FolderLook> looking = onThreadPool([cards, earlier] { return FolderLook::of(cards, earlier); });
 
         const QList<Project> projects = co_await readingProjects;

@@ -63,7 +63,8 @@ FolderLook FolderLook::of(const QList<Card> &rows, const Earlier &earlier)
     const auto context = earlier.mounts ? ResolutionContext::current(*earlier.mounts, earlier.failedSearches)
                                         : ResolutionContext::current(earlier.failedSearches);
     FolderLook look;
-    look.verdicts = CardResolution::resolveWithoutSearch(rows, context, earlier.verdicts, earlier.confirmed);
+    look.verdicts = CardResolution::resolveWithoutSearch(rows, context, earlier.verdicts, earlier.confirmed,
+                                                             earlier.folders.get());
     FoldersToRead toRead = foldersToRead(rows, look.verdicts.confirmed, earlier.withoutFile);
     look.readsAtRows = WorkingFileCache::refreshed(earlier.reads, toRead.folders);
     look.withoutFile = std::move(toRead.withoutFile);

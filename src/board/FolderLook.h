@@ -3,6 +3,7 @@
 #include "Card.h"
 #include "CardResolution.h"
 #include "FailedSearches.h"
+#include "FolderWatch.h"
 #include "MountWatch.h"
 #include "WorkingFileRead.h"
 
@@ -31,10 +32,12 @@ struct FolderLook {
     QHash<QString, WithoutFile> withoutFile;
 
     // The earlier verdicts, confirmations and reads a look may keep where nothing changed; the
-    // mounts are read through `mounts` where there is one, so that a confirmation can hold.
+    // mounts are read through `mounts` where there is one, so that a confirmation can hold, and
+    // a confirmed folder `folders` noted nothing of is not looked at again.
     struct Earlier {
         std::shared_ptr<FailedSearches> failedSearches;
         std::shared_ptr<MountWatch> mounts;
+        std::shared_ptr<FolderWatch> folders;
         QHash<QString, CardResolution> verdicts;
         QHash<QString, CardResolution::Confirmed> confirmed;
         QHash<QString, WorkingFileRead> reads;

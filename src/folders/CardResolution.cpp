@@ -66,12 +66,15 @@ struct Looked {
     std::optional<Confirmed> confirmed;
 };
 
-Looked lookWithoutSearch(const Card &card, const ResolutionContext &context)
+Looked lookWithoutSearch(const Card &card, const ResolutionContext &context, FolderWatch *folders)
 {
     std::optional<BookmarkPlace> place;
     std::optional<ResolvedBookmark> resolved;
     try {
         place = SecurityScopedBookmark::placeOf(card.bookmark, context);
+        // Before the look, so that whatever happens to the folder after it is noted.
+        if (folders && !place->isElsewhere)
+            folders->arm(place->path);
         resolved = SecurityScopedBookmark::resolveWithoutSearch(card.bookmark, *place, context);
     } catch (const BookmarkError &error) {
         return {missingAsStored(card, std::nullopt, error.text()), std::nullopt};
@@ -97,6 +100,19 @@ bool isConfirmable(const Card &card, const ResolutionContext &context, const Car
         && confirmed.bookmark == card.bookmark;
 }
 
+// The card's earlier confirmation where one look at its place settles its verdict; else null.
+const Confirmed *confirmation(const Card &card, const ResolutionContext &context,
+                              const QHash<QString, CardResolution> &earlier,
+                              const QHash<QString, Confirmed> &earlierConfirmed)
+{
+    const auto known = earlier.constFind(card.id);
+    const auto confirmed = earlierConfirmed.constFind(card.id);
+    if (known == earlier.cend() || confirmed == earlierConfirmed.cend()
+        || !isConfirmable(card, context, *known, *confirmed))
+        return nullptr;
+    return &*confirmed;
+}
+
 // One card's share of a look. What repeats the earlier look is flagged rather than made again.
 struct CardSlot {
     std::optional<CardResolution> verdict;
@@ -105,33 +121,76 @@ struct CardSlot {
     bool isConfirmedAsBefore = false;
 };
 
+// A confirmable folder is armed in `folders` before this; any other, here once its place is known.
 CardSlot lookAgain(const Card &card, const ResolutionContext &context, const QHash<QString, CardResolution> &earlier,
-                   const QHash<QString, Confirmed> &earlierConfirmed, EntryReader &reader)
+                   const QHash<QString, Confirmed> &earlierConfirmed, FolderWatch *folders, EntryReader &reader)
 {
     CardSlot slot;
-    const auto known = earlier.constFind(card.id);
-    const auto wasConfirmed = earlierConfirmed.constFind(card.id);
-    const bool hasBoth = known != earlier.cend() && wasConfirmed != earlierConfirmed.cend();
-    if (hasBoth && isConfirmable(card, context, *known, *wasConfirmed)) {
-        if (const auto found = SecurityScopedBookmark::foundAt(wasConfirmed->place, reader)) {
+    if (const Confirmed *confirmed = confirmation(card, context, earlier, earlierConfirmed)) {
+        if (const auto found = SecurityScopedBookmark::foundAt(confirmed->place, reader)) {
             slot.isUnchanged = true;
-            slot.isConfirmedAsBefore = found->modified == wasConfirmed->modified;
+            slot.isConfirmedAsBefore = found->modified == confirmed->modified;
             if (!slot.isConfirmedAsBefore) {
-                slot.confirmed = *wasConfirmed;
+                slot.confirmed = *confirmed;
                 slot.confirmed->modified = found->modified;
             }
             return slot;
         }
     }
-    Looked looked = lookWithoutSearch(card, context);
+    Looked looked = lookWithoutSearch(card, context, folders);
+    const auto known = earlier.constFind(card.id);
     slot.isUnchanged = looked.verdict && known != earlier.cend() && *known == *looked.verdict;
     if (!slot.isUnchanged)
         slot.verdict = std::move(looked.verdict);
+    const auto wasConfirmed = earlierConfirmed.constFind(card.id);
     slot.isConfirmedAsBefore = looked.confirmed && wasConfirmed != earlierConfirmed.cend()
         && *looked.confirmed == *wasConfirmed;
     if (!slot.isConfirmedAsBefore)
         slot.confirmed = std::move(looked.confirmed);
     return slot;
+}
+
+// Each card's share of a look, in the cards' order. A folder confirmed earlier that the watch has
+// noted nothing of since keeps its verdict without a system call; the rest are looked at.
+std::vector<CardSlot> slotsOf(const QList<Card> &cards, const ResolutionContext &context,
+                              const QHash<QString, CardResolution> &earlier,
+                              const QHash<QString, Confirmed> &earlierConfirmed, FolderWatch *folders)
+{
+    std::vector<CardSlot> cardSlots(size_t(cards.size()));
+    std::vector<qsizetype> toLook;
+    if (folders)
+        folders->takeNotes();
+    for (qsizetype i = 0; i < cards.size(); ++i) {
+        const Confirmed *confirmed = folders ? confirmation(cards.at(i), context, earlier, earlierConfirmed) : nullptr;
+        if (confirmed && folders->isQuiet(confirmed->place.path)) {
+            cardSlots[size_t(i)] = {std::nullopt, std::nullopt, true, true};
+            continue;
+        }
+        // Armed here rather than on the threads that look, which would wait on each other for it.
+        if (confirmed)
+            folders->arm(confirmed->place.path);
+        toLook.push_back(i);
+    }
+    // Each share's slots are made on the thread that looked, so that an unchanged board builds nothing.
+    InShares::runInRanges(qsizetype(toLook.size()), [&](qsizetype begin, qsizetype end) {
+        EntryReader reader;
+        for (qsizetype j = begin; j < end; ++j) {
+            const qsizetype i = toLook[size_t(j)];
+            cardSlots[size_t(i)] = lookAgain(cards.at(i), context, earlier, earlierConfirmed, folders, reader);
+        }
+    });
+    return cardSlots;
+}
+
+// Stops watching folders no card is confirmed at, once the watch holds more than the board.
+void watchOnlyConfirmed(FolderWatch &folders, qsizetype cardCount, const QHash<QString, Confirmed> &confirmed)
+{
+    if (!folders.hasMoreArmedThan(cardCount))
+        return;
+    QSet<QString> places;
+    for (const Confirmed &folder : confirmed)
+        places.insert(folder.place.path);
+    folders.keepOnly(places);
 }
 
 // The earlier table itself when every card's confirmation is as it was, so that nothing is copied.
@@ -197,18 +256,14 @@ QHash<QString, CardResolution> CardResolution::resolveAll(const QList<Card> &car
 CardResolution::Partial CardResolution::resolveWithoutSearch(const QList<Card> &cards,
                                                              const ResolutionContext &context,
                                                              const QHash<QString, CardResolution> &earlier,
-                                                             const QHash<QString, Confirmed> &earlierConfirmed)
+                                                             const QHash<QString, Confirmed> &earlierConfirmed,
+                                                             FolderWatch *folders)
 {
-    // Each card's share lands in its own slot, made on the thread that looked, so that an
-    // unchanged board builds nothing.
-    std::vector<CardSlot> cardSlots(size_t(cards.size()));
-    InShares::runInRanges(cards.size(), [&](qsizetype begin, qsizetype end) {
-        EntryReader reader;
-        for (qsizetype i = begin; i < end; ++i)
-            cardSlots[size_t(i)] = lookAgain(cards.at(i), context, earlier, earlierConfirmed, reader);
-    });
+    std::vector<CardSlot> cardSlots = slotsOf(cards, context, earlier, earlierConfirmed, folders);
     Partial partial;
     partial.confirmed = confirmedByID(cards, cardSlots, earlierConfirmed);
+    if (folders)
+        watchOnlyConfirmed(*folders, cards.size(), partial.confirmed);
     const bool allUnchanged = earlier.size() == cards.size()
         && std::ranges::all_of(cardSlots, [](const CardSlot &slot) { return slot.isUnchanged; });
     if (allUnchanged) {

@@ -3,6 +3,7 @@
 #include "BookmarkPlace.h"
 #include "Card.h"
 #include "FolderIdentity.h"
+#include "FolderWatch.h"
 #include "ResolutionContext.h"
 
 #include <QByteArray>
@@ -56,7 +57,8 @@ struct CardResolution {
     // costs nothing to compare. `confirmed` holds, by card id, each folder found available where
     // its verdict puts it; likewise it is `earlierConfirmed` itself when none of those changed.
     // A card confirmed earlier under the same bookmark and the same mounts, whose earlier verdict
-    // found its folder there, costs one system call.
+    // found its folder there, costs one system call, and none where `folders` has noted nothing
+    // of its folder since; `folders` is armed for each folder looked at.
     struct Partial {
         QHash<QString, CardResolution> known;
         QList<Card> needingSearch;
@@ -64,7 +66,8 @@ struct CardResolution {
     };
     [[nodiscard]] static Partial resolveWithoutSearch(const QList<Card> &cards, const ResolutionContext &context,
                                                       const QHash<QString, CardResolution> &earlier = {},
-                                                      const QHash<QString, Confirmed> &earlierConfirmed = {});
+                                                      const QHash<QString, Confirmed> &earlierConfirmed = {},
+                                                      FolderWatch *folders = nullptr);
 
     // Absent when nothing can be read at `url`.
     [[nodiscard]] static std::optional<FolderIdentity> folderIdentity(const QUrl &url);

@@ -40,29 +40,36 @@ TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
         // Changed too lately to be sure a file added in the same tick of its clock would show.
         {"changed a moment ago", false, none, false, false},
     };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
-        const FolderSandbox sandbox;
-        sandbox.makeFolder(u"a"_s);
-        Card card;
-        card.id = u"A"_s;
-        card.bookmark = SecurityScopedBookmark::create(sandbox.url(u"a"_s));
-        card.displayPath = sandbox.path(u"a"_s);
-        card.displayName = u"a"_s;
-        if (c.isSettled) {
-            ASSERT_TRUE(settleFolder(sandbox.path(u"a"_s)));
+    // With and without a watch on the folders: what the watch notes must send the look into the
+    // folder just as its changed time does.
+    for (const bool isWatched : {false, true}) {
+        for (const Case &c : cases) {
+            SCOPED_TRACE(c.what);
+            SCOPED_TRACE(isWatched ? "watched" : "not watched");
+            const FolderSandbox sandbox;
+            sandbox.makeFolder(u"a"_s);
+            Card card;
+            card.id = u"A"_s;
+            card.bookmark = SecurityScopedBookmark::create(sandbox.url(u"a"_s));
+            card.displayPath = sandbox.path(u"a"_s);
+            card.displayName = u"a"_s;
+            if (c.isSettled) {
+                ASSERT_TRUE(settleFolder(sandbox.path(u"a"_s)));
+            }
+            // Through a watch of the mounts, as the board looks, so that the second look confirms
+            // the folder at one system call, or at none.
+            const auto mounts = std::make_shared<MountWatch>();
+            const auto folders = isWatched ? std::make_shared<FolderWatch>() : nullptr;
+            const FolderLook first = FolderLook::of({card}, {{}, mounts, folders, {}, {}, {}, {}});
+            EXPECT_EQ(first.withoutFile.contains(u"A"_s), c.isSettled);
+
+            c.change(sandbox);
+            const FolderLook second =
+                FolderLook::of({card}, {{}, mounts, folders, first.verdicts.known, first.verdicts.confirmed,
+                                        first.readsAtRows, first.withoutFile});
+
+            EXPECT_EQ(second.withoutFile.contains(u"A"_s), c.isKnownWithout);
+            EXPECT_EQ(second.readsAtRows.contains(u"A"_s), c.isRead);
         }
-        // Through a watch of the mounts, as the board looks, so that the second look confirms
-        // the folder at one system call.
-        const auto mounts = std::make_shared<MountWatch>();
-        const FolderLook first = FolderLook::of({card}, {{}, mounts, {}, {}, {}, {}});
-        EXPECT_EQ(first.withoutFile.contains(u"A"_s), c.isSettled);
-
-        c.change(sandbox);
-        const FolderLook second = FolderLook::of(
-            {card}, {{}, mounts, first.verdicts.known, first.verdicts.confirmed, first.readsAtRows, first.withoutFile});
-
-        EXPECT_EQ(second.withoutFile.contains(u"A"_s), c.isKnownWithout);
-        EXPECT_EQ(second.readsAtRows.contains(u"A"_s), c.isRead);
     }
 }

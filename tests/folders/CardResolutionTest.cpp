@@ -186,33 +186,39 @@ TEST(CardResolution, keepsEarlierVerdictsOnlyWhereTheyStillHold)
          false, {u"C1"_s, u"C3"_s}, {u"C2"_s}, false, false},
     };
     MountWatch mounts;
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
-        const FolderSandbox sandbox;
-        QList<Card> cards{cardOf(sandbox, u"a"_s, u"C1"_s), cardOf(sandbox, u"b"_s, u"C2"_s),
-                          cardOf(sandbox, u"c"_s, u"C3"_s)};
-        // Through a watch, as the board reads the mounts, so that a confirmation can hold.
-        auto context = ResolutionContext::current(mounts);
-        const auto earlier = CardResolution::resolveWithoutSearch(cards, context);
-        c.change(sandbox, cards);
-        if (c.isRemounted)
-            ++context.mountGeneration;
+    // With and without a watch on the folders, which spares the look at a folder it noted nothing of.
+    for (const bool isWatched : {false, true}) {
+        for (const Case &c : cases) {
+            SCOPED_TRACE(c.what);
+            SCOPED_TRACE(isWatched ? "watched" : "not watched");
+            const FolderSandbox sandbox;
+            QList<Card> cards{cardOf(sandbox, u"a"_s, u"C1"_s), cardOf(sandbox, u"b"_s, u"C2"_s),
+                              cardOf(sandbox, u"c"_s, u"C3"_s)};
+            FolderWatch folders;
+            FolderWatch *watch = isWatched ? &folders : nullptr;
+            // Through a watch, as the board reads the mounts, so that a confirmation can hold.
+            auto context = ResolutionContext::current(mounts);
+            const auto earlier = CardResolution::resolveWithoutSearch(cards, context, {}, {}, watch);
+            c.change(sandbox, cards);
+            if (c.isRemounted)
+                ++context.mountGeneration;
 
-        const auto now = CardResolution::resolveWithoutSearch(cards, context, earlier.known, earlier.confirmed);
+            const auto now = CardResolution::resolveWithoutSearch(cards, context, earlier.known, earlier.confirmed, watch);
 
-        auto known = now.known.keys();
-        known.sort();
-        EXPECT_EQ(known, c.known);
-        QStringList searched;
-        for (const Card &card : now.needingSearch)
-            searched.append(card.id);
-        EXPECT_EQ(searched, c.searched);
-        for (const Card &card : cards) {
-            if (now.known.contains(card.id)) {
-                EXPECT_EQ(now.known.value(card.id), CardResolution::resolve(card)) << card.id.toStdString();
+            auto known = now.known.keys();
+            known.sort();
+            EXPECT_EQ(known, c.known);
+            QStringList searched;
+            for (const Card &card : now.needingSearch)
+                searched.append(card.id);
+            EXPECT_EQ(searched, c.searched);
+            for (const Card &card : cards) {
+                if (now.known.contains(card.id)) {
+                    EXPECT_EQ(now.known.value(card.id), CardResolution::resolve(card)) << card.id.toStdString();
+                }
             }
+            EXPECT_EQ(now.known.isSharedWith(earlier.known), c.isEarlierItself);
+            EXPECT_EQ(now.confirmed.isSharedWith(earlier.confirmed), c.isConfirmedItself);
         }
-        EXPECT_EQ(now.known.isSharedWith(earlier.known), c.isEarlierItself);
-        EXPECT_EQ(now.confirmed.isSharedWith(earlier.confirmed), c.isConfirmedItself);
     }
 }
