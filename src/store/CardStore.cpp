@@ -8,6 +8,7 @@
 
 #include <QDir>
 
+#include <algorithm>
 #include <utility>
 #include <variant>
 
@@ -48,9 +49,14 @@ QList<Card> readCards(SQLiteConnection &connection, const QString &sql, const QL
     return StoreQueries::readAll(connection, sql, values, cardFromRow);
 }
 
+// Sorted here rather than by SQLite, whose sorter copies every whole row, bookmark and all, before
+// it hands back the first; the board reads them all on every reload. Read in the order they were
+// added, which the table's own order gives at no cost, so cards that share an order stay in it.
 QList<Card> readAllCards(SQLiteConnection &connection)
 {
-    return readCards(connection, u"SELECT "_s + cardColumns() + u" FROM cards ORDER BY sort_order"_s);
+    QList<Card> cards = readCards(connection, u"SELECT "_s + cardColumns() + u" FROM cards ORDER BY rowid"_s);
+    std::ranges::stable_sort(cards, {}, &Card::sortOrder);
+    return cards;
 }
 
 std::optional<Card> readCard(SQLiteConnection &connection, const QString &id)

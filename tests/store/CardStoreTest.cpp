@@ -94,6 +94,19 @@ TEST_F(CardStoreTest, EveryCardReadsBackAsItWasInserted)
     EXPECT_EQ(await(database().card(u"gone"_s)), std::nullopt);
 }
 
+// The board shows the cards in their stored order whatever order they were written in; cards
+// that share an order, as two writers adding at once can leave them, stay in the order added.
+TEST_F(CardStoreTest, ReadsEveryCardInItsStoredOrderWithTiesAsAdded)
+{
+    const auto ns = CardStatus::notStarted;
+    insert({makeCard(u"X1"_s, ns, 3), makeCard(u"X2"_s, CardStatus::complete, 1), makeCard(u"X3"_s, ns, 2),
+            makeCard(u"X4"_s, ns, 1), makeCard(u"X5"_s, ns, -0.5)});
+    QStringList ids;
+    for (const Card &card : await(database().allCards()))
+        ids.append(card.id);
+    EXPECT_EQ(ids, (QStringList{u"X5"_s, u"X2"_s, u"X4"_s, u"X3"_s, u"X1"_s}));
+}
+
 TEST_F(CardStoreTest, AMovePlacesTheCardAmongTheColumnAsItStoodBefore)
 {
     const auto ns = CardStatus::notStarted;
