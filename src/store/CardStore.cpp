@@ -9,8 +9,10 @@
 #include <QDir>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 #include <variant>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -55,8 +57,15 @@ QList<Card> readCards(SQLiteConnection &connection, const QString &sql, const QL
 QList<Card> readAllCards(SQLiteConnection &connection)
 {
     QList<Card> cards = readCards(connection, u"SELECT "_s + cardColumns() + u" FROM cards ORDER BY rowid"_s);
-    std::ranges::stable_sort(cards, {}, &Card::sortOrder);
-    return cards;
+    // Their places are sorted, and each card then moved once: a card is too large to move about.
+    std::vector<qsizetype> places(size_t(cards.size()));
+    std::iota(places.begin(), places.end(), 0);
+    std::ranges::stable_sort(places, {}, [&cards](qsizetype place) { return cards.at(place).sortOrder; });
+    QList<Card> sorted;
+    sorted.reserve(cards.size());
+    for (const qsizetype place : places)
+        sorted.append(std::move(cards[place]));
+    return sorted;
 }
 
 std::optional<Card> readCard(SQLiteConnection &connection, const QString &id)
