@@ -129,8 +129,7 @@ QString SQLiteConnection::messageFor(int code) const
 void SQLiteConnection::configure()
 {
     execute(u"PRAGMA foreign_keys = ON"_s);
-    // A board's cards come sorted on every reload; sorting them in memory spares a temporary file
-    // written and read back each time.
+    // A sort too large for the cache stays in memory, sparing a temporary file written and read back.
     execute(u"PRAGMA temp_store = MEMORY"_s);
     if (m_access == Access::readOnly)
         return; // a reader changes neither the journal nor the durability of the file

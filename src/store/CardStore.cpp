@@ -9,7 +9,6 @@
 #include <QDir>
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -57,13 +56,16 @@ QList<Card> readCards(SQLiteConnection &connection, const QString &sql, const QL
 QList<Card> readAllCards(SQLiteConnection &connection)
 {
     QList<Card> cards = readCards(connection, u"SELECT "_s + cardColumns() + u" FROM cards ORDER BY rowid"_s);
-    // Their places are sorted, and each card then moved once: a card is too large to move about.
-    std::vector<qsizetype> places(size_t(cards.size()));
-    std::iota(places.begin(), places.end(), 0);
-    std::ranges::stable_sort(places, {}, [&cards](qsizetype place) { return cards.at(place).sortOrder; });
+    // Each card's order is sorted beside its place, and each card then moved once: a card is too
+    // large to move about. The place breaks ties.
+    std::vector<std::pair<double, qsizetype>> places;
+    places.reserve(size_t(cards.size()));
+    for (qsizetype place = 0; place < cards.size(); ++place)
+        places.emplace_back(cards.at(place).sortOrder, place);
+    std::ranges::sort(places);
     QList<Card> sorted;
     sorted.reserve(cards.size());
-    for (const qsizetype place : places)
+    for (const auto &[order, place] : places)
         sorted.append(std::move(cards[place]));
     return sorted;
 }
