@@ -45,6 +45,16 @@ bool isChangedOnlyHere(const QByteArray &path)
     }
 }
 
+// The share of the user's watches this watch may take: the rest are other programs', which a
+// file manager or an editor needs more than a look needs to skip a system call.
+qsizetype watchesAllowed()
+{
+    QFile limit(u"/proc/sys/fs/inotify/max_user_watches"_s);
+    if (!limit.open(QIODevice::ReadOnly))
+        return 0;
+    return limit.readAll().trimmed().toLongLong() / 4;
+}
+
 QString joined(const QString &directory, const QString &name)
 {
     return directory.endsWith(u'/') ? directory + name : directory + u'/' + name;
@@ -70,7 +80,7 @@ QStringList pathTo(const QString &path)
 
 } // namespace
 
-FolderWatch::FolderWatch()
+FolderWatch::FolderWatch() : m_watchesAllowed(watchesAllowed())
 {
     open();
 }
@@ -178,7 +188,7 @@ bool FolderWatch::arm(const QString &path)
 bool FolderWatch::watchDirectory(const QString &path)
 {
     const QByteArray encoded = QFile::encodeName(path);
-    if (!isChangedOnlyHere(encoded))
+    if (m_pathsByWatch.size() >= m_watchesAllowed || !isChangedOnlyHere(encoded))
         return false;
     const int watch = inotify_add_watch(m_notes, encoded.constData(), noted);
     if (watch < 0)

@@ -14,7 +14,8 @@
 // from the moment it is armed, which comes before the look that confirms it, until an entry is
 // added to or removed from it, its attributes change, or anything on its path is renamed,
 // replaced, removed or changes its attributes. Folders on file systems whose changes may come from
-// elsewhere (network and user-space ones) are never quiet. Shared by the threads of one look.
+// elsewhere (network and user-space ones) are never quiet, nor are those past the share of the
+// user's watches this one may take. Shared by the threads of one look.
 class FolderWatch {
 public:
     FolderWatch();
@@ -50,6 +51,7 @@ private:
     void disturbFrom(const QString &top);
 
     mutable QMutex m_mutex;
+    qsizetype m_watchesAllowed = 0;
     int m_notes = -1;
     QHash<QString, int> m_watchByPath;
     // A directory reached by two paths, through a link, has one watch.
