@@ -106,7 +106,6 @@ void FolderWatch::reset()
     m_pathsByWatch.clear();
     m_armed.clear();
     m_above.clear();
-    m_quiet.clear();
     open();
 }
 
@@ -133,7 +132,7 @@ void FolderWatch::takeNotes()
 void FolderWatch::takeNote(int watch, quint32 mask, const QString &name)
 {
     // A copy: forgetting may drop the watch's own entry.
-    const QStringList directories = m_pathsByWatch.value(watch);
+    const QStringList directories = m_pathsByWatch.values(watch);
     for (const QString &directory : directories) {
         if (name.isEmpty()) {
             if (mask & watchLost)
@@ -143,7 +142,7 @@ void FolderWatch::takeNote(int watch, quint32 mask, const QString &name)
             continue;
         }
         if (mask & entryAddedOrRemoved)
-            m_quiet.remove(directory);
+            disturb(directory);
         const QString entry = joined(directory, name);
         if (!m_watchByPath.contains(entry))
             continue;
@@ -158,7 +157,7 @@ void FolderWatch::takeNote(int watch, quint32 mask, const QString &name)
 bool FolderWatch::isQuiet(const QString &path) const
 {
     const QMutexLocker lock(&m_mutex);
-    return m_quiet.contains(path);
+    return m_armed.value(path, false);
 }
 
 bool FolderWatch::arm(const QString &path)
@@ -180,23 +179,21 @@ bool FolderWatch::arm(const QString &path)
         for (qsizetype above = 0; above + 1 < directories.size(); ++above)
             m_above.insert(directories.at(above));
     }
-    m_armed.insert(path);
-    m_quiet.insert(path);
+    m_armed.insert(path, true);
     return true;
 }
 
 bool FolderWatch::watchDirectory(const QString &path)
 {
     const QByteArray encoded = QFile::encodeName(path);
-    if (m_pathsByWatch.size() >= m_watchesAllowed || !isChangedOnlyHere(encoded))
+    if (m_watchByPath.size() >= m_watchesAllowed || !isChangedOnlyHere(encoded))
         return false;
     const int watch = inotify_add_watch(m_notes, encoded.constData(), noted);
     if (watch < 0)
         return false;
     m_watchByPath.insert(path, watch);
-    QStringList &paths = m_pathsByWatch[watch];
-    if (!paths.contains(path))
-        paths.append(path);
+    if (!m_pathsByWatch.contains(watch, path))
+        m_pathsByWatch.insert(watch, path);
     return true;
 }
 
@@ -235,22 +232,26 @@ void FolderWatch::unwatchWhere(const QString &path)
 // The kernel's watch goes with the last path it stands for.
 void FolderWatch::dropPathOfWatch(const QString &path, int watch)
 {
-    const auto paths = m_pathsByWatch.find(watch);
-    if (paths == m_pathsByWatch.end())
-        return;
-    paths->removeOne(path);
-    if (paths->isEmpty()) {
+    if (m_pathsByWatch.remove(watch, path) > 0 && !m_pathsByWatch.contains(watch))
         inotify_rm_watch(m_notes, watch);
-        m_pathsByWatch.erase(paths);
-    }
 }
 
 void FolderWatch::disturbFrom(const QString &top)
 {
-    if (m_above.contains(top))
-        m_quiet.removeIf([&top](const QString &path) { return isAtOrUnder(path, top); });
-    else
-        m_quiet.remove(top);
+    if (!m_above.contains(top)) {
+        disturb(top);
+        return;
+    }
+    for (auto folder = m_armed.begin(); folder != m_armed.end(); ++folder) {
+        if (isAtOrUnder(folder.key(), top))
+            folder.value() = false;
+    }
+}
+
+void FolderWatch::disturb(const QString &folder)
+{
+    if (const auto armed = m_armed.find(folder); armed != m_armed.end())
+        armed.value() = false;
 }
 
 bool FolderWatch::hasMoreArmedThan(qsizetype count) const
@@ -263,10 +264,10 @@ void FolderWatch::keepOnly(const QSet<QString> &paths)
 {
     const QMutexLocker lock(&m_mutex);
     QSet<QString> kept;
-    m_armed.removeIf([&paths](const QString &path) { return !paths.contains(path); });
-    m_quiet.removeIf([&paths](const QString &path) { return !paths.contains(path); });
+    m_armed.removeIf([&paths](const auto &folder) { return !paths.contains(folder.key()); });
     m_above.clear();
-    for (const QString &path : std::as_const(m_armed)) {
+    for (auto folder = m_armed.cbegin(); folder != m_armed.cend(); ++folder) {
+        const QString &path = folder.key();
         const QStringList directories = pathTo(path);
         for (qsizetype at = 0; at < directories.size(); ++at) {
             kept.insert(directories.at(at));

@@ -49,15 +49,16 @@ private:
     void unwatchWhere(const QString &path);
     void dropPathOfWatch(const QString &path, int watch);
     void disturbFrom(const QString &top);
+    void disturb(const QString &folder);
 
     mutable QMutex m_mutex;
     qsizetype m_watchesAllowed = 0;
     int m_notes = -1;
     QHash<QString, int> m_watchByPath;
     // A directory reached by two paths, through a link, has one watch.
-    QHash<int, QStringList> m_pathsByWatch;
-    QSet<QString> m_armed;
+    QMultiHash<int, QString> m_pathsByWatch;
+    // The folders armed, each with whether it is quiet.
+    QHash<QString, bool> m_armed;
     // The directories above armed folders, under which a note can reach more than one folder.
     QSet<QString> m_above;
-    QSet<QString> m_quiet;
 };

@@ -50,24 +50,44 @@ QList<Card> readCards(SQLiteConnection &connection, const QString &sql, const QL
     return StoreQueries::readAll(connection, sql, values, cardFromRow);
 }
 
+// Puts the card at `from[k]` at k for every k, moving each card along its cycle: a card is too
+// large to move about, and a second list of them all would double what a reload holds at its peak.
+void reorder(QList<Card> &cards, std::vector<qsizetype> &from)
+{
+    for (qsizetype start = 0; start < cards.size(); ++start) {
+        if (from[size_t(start)] == start)
+            continue;
+        Card held = std::move(cards[start]);
+        qsizetype at = start;
+        while (from[size_t(at)] != start) {
+            const qsizetype next = from[size_t(at)];
+            cards[at] = std::move(cards[next]);
+            from[size_t(at)] = at;
+            at = next;
+        }
+        cards[at] = std::move(held);
+        from[size_t(at)] = at;
+    }
+}
+
 // Sorted here rather than by SQLite, whose sorter copies every whole row, bookmark and all, before
 // it hands back the first; the board reads them all on every reload. Read in the order they were
 // added, which the table's own order gives at no cost, so cards that share an order stay in it.
 QList<Card> readAllCards(SQLiteConnection &connection)
 {
     QList<Card> cards = readCards(connection, u"SELECT "_s + cardColumns() + u" FROM cards ORDER BY rowid"_s);
-    // Each card's order is sorted beside its place, and each card then moved once: a card is too
-    // large to move about. The place breaks ties.
-    std::vector<std::pair<double, qsizetype>> places;
-    places.reserve(size_t(cards.size()));
+    // Each card's order sorted beside its place, which breaks ties.
+    std::vector<std::pair<double, qsizetype>> orders;
+    orders.reserve(size_t(cards.size()));
     for (qsizetype place = 0; place < cards.size(); ++place)
-        places.emplace_back(cards.at(place).sortOrder, place);
-    std::ranges::sort(places);
-    QList<Card> sorted;
-    sorted.reserve(cards.size());
-    for (const auto &[order, place] : places)
-        sorted.append(std::move(cards[place]));
-    return sorted;
+        orders.emplace_back(cards.at(place).sortOrder, place);
+    std::ranges::sort(orders);
+    std::vector<qsizetype> from;
+    from.reserve(orders.size());
+    for (const auto &[order, place] : orders)
+        from.push_back(place);
+    reorder(cards, from);
+    return cards;
 }
 
 std::optional<Card> readCard(SQLiteConnection &connection, const QString &id)
