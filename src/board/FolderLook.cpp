@@ -8,6 +8,7 @@
 #include <chrono>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -36,11 +37,12 @@ FoldersToRead foldersToRead(const QList<Card> &rows, const QHash<QString, CardRe
                             const QHash<QString, FolderLook::WithoutFile> &earlier)
 {
     FoldersToRead toRead;
+    std::vector<const Card *> stillWithout;
     for (const Card &row : rows) {
         const auto modified = modifiedAtRow(row, confirmed);
         const auto known = earlier.constFind(row.id);
         if (known != earlier.cend() && known->path == row.displayPath && known->modified == modified) {
-            toRead.withoutFile.insert(row.id, *known);
+            stillWithout.push_back(&row);
             continue;
         }
         toRead.folders.insert(row.id, row.displayPath);
@@ -48,8 +50,12 @@ FoldersToRead foldersToRead(const QList<Card> &rows, const QHash<QString, CardRe
             toRead.modified.insert(row.id, *modified);
     }
     // The earlier table itself when all of it still holds, so that nothing is copied.
-    if (toRead.withoutFile.size() == earlier.size())
+    if (qsizetype(stillWithout.size()) == earlier.size()) {
         toRead.withoutFile = earlier;
+        return toRead;
+    }
+    for (const Card *row : stillWithout)
+        toRead.withoutFile.insert(row->id, earlier.value(row->id));
     return toRead;
 }
 

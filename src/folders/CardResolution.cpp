@@ -197,9 +197,11 @@ void watchOnlyConfirmed(FolderWatch &folders, qsizetype cardCount, const QHash<Q
 QHash<QString, Confirmed> confirmedByID(const QList<Card> &cards, std::vector<CardSlot> &cardSlots,
                                         const QHash<QString, Confirmed> &earlier)
 {
-    const bool asBefore = earlier.size() == cards.size()
-        && std::ranges::all_of(cardSlots, [](const CardSlot &slot) { return slot.isConfirmedAsBefore; });
-    if (asBefore)
+    // It holds when no card gained a confirmation and every one it has was kept: a folder that stays
+    // missing, having none, does not make the table anew at every look.
+    const auto kept = std::ranges::count_if(cardSlots, [](const CardSlot &slot) { return slot.isConfirmedAsBefore; });
+    const bool gained = std::ranges::any_of(cardSlots, [](const CardSlot &slot) { return slot.confirmed.has_value(); });
+    if (!gained && kept == earlier.size())
         return earlier;
     QHash<QString, Confirmed> confirmed;
     confirmed.reserve(cards.size());

@@ -222,3 +222,30 @@ TEST(CardResolution, keepsEarlierVerdictsOnlyWhereTheyStillHold)
         }
     }
 }
+
+// A folder gone for good, whose search found nothing, is told missing again at every reload
+// without a search, and leaves the other cards' verdicts and confirmations as they were.
+TEST(CardResolution, aFolderThatStaysMissingLeavesTheEarlierTablesAsTheyWere)
+{
+    for (const bool isWatched : {false, true}) {
+        SCOPED_TRACE(isWatched ? "watched" : "not watched");
+        const FolderSandbox sandbox;
+        const QList<Card> cards{cardOf(sandbox, u"a"_s, u"C1"_s), cardOf(sandbox, u"b"_s, u"C2"_s),
+                                cardOf(sandbox, u"c"_s, u"C3"_s)};
+        sandbox.remove(u"b"_s);
+        MountWatch mounts;
+        FolderWatch folders;
+        FolderWatch *watch = isWatched ? &folders : nullptr;
+        const auto context = ResolutionContext::current(mounts, std::make_shared<FailedSearches>());
+        auto first = CardResolution::resolveWithoutSearch(cards, context, {}, {}, watch);
+        ASSERT_EQ(first.needingSearch.size(), 1);
+        first.known.insert(CardResolution::resolveAll(first.needingSearch, context));
+
+        const auto again = CardResolution::resolveWithoutSearch(cards, context, first.known, first.confirmed, watch);
+
+        EXPECT_TRUE(again.needingSearch.isEmpty());
+        EXPECT_EQ(again.known.value(u"C2"_s).availability, CardResolution::Availability::missing);
+        EXPECT_TRUE(again.known.isSharedWith(first.known));
+        EXPECT_TRUE(again.confirmed.isSharedWith(first.confirmed));
+    }
+}
