@@ -107,6 +107,34 @@ void boardReloadWithVanished(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * 1'000);
 }
 
+// The same two boards of 1,000 reloaded in turn, one with 20 folders deleted for good some loads
+// earlier, the other whole: the ratio of their totals is what the vanished folders cost.
+void vanishedBesideWhole(benchmark::State &state)
+{
+    using Clock = std::chrono::steady_clock;
+    BenchBoard whole(1'000);
+    BenchBoard vanished(1'000);
+    vanished.deleteFolders(20);
+    await(whole.board().reload());
+    await(vanished.board().reload());
+    Clock::duration wholeTime{};
+    Clock::duration vanishedTime{};
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        await(whole.board().reload());
+        const auto between = Clock::now();
+        await(vanished.board().reload());
+        const auto end = Clock::now();
+        wholeTime += between - start;
+        vanishedTime += end - between;
+        state.SetIterationTime(std::chrono::duration<double>(end - start).count());
+    }
+    const double iterations = double(state.iterations());
+    state.counters["whole_ms"] = std::chrono::duration<double, std::milli>(wholeTime).count() / iterations;
+    state.counters["vanished_ms"] = std::chrono::duration<double, std::milli>(vanishedTime).count() / iterations;
+    state.counters["ratio"] = double(vanishedTime.count()) / double(wholeTime.count());
+}
+
 // One column of the largest board, as drawn while the user types a search.
 void columnCardsWithSearch(benchmark::State &state)
 {
@@ -126,6 +154,7 @@ BENCHMARK(reloadFloor)->Arg(100)->Arg(1'000)->Arg(10'000)->UseRealTime()->Unit(b
 BENCHMARK(reloadBesideFloor)->ArgsProduct({{1'000, 10'000}, {0, 1}})->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(boardReload)->Arg(100)->Arg(1'000)->Arg(10'000)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(boardReloadWithVanished)->Arg(0)->Arg(20)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(vanishedBesideWhole)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(columnCardsWithSearch)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)

@@ -16,17 +16,19 @@ namespace {
 // changed this recently may change again within the same tick, unseen.
 constexpr qint64 settledAfter = std::chrono::nanoseconds(std::chrono::seconds(1)).count();
 
-// When the folder of `row` last changed, where the look confirmed it at the row's path.
-std::optional<qint64> modifiedAtRow(const Card &row, const QHash<QString, CardResolution::Confirmed> &confirmedByID)
+// What the look confirmed at the row's path: the folder there, or that it is gone from there.
+const CardResolution::Confirmed *confirmedAtRow(const Card &row,
+                                                const QHash<QString, CardResolution::Confirmed> &confirmedByID)
 {
     const auto confirmed = confirmedByID.constFind(row.id);
     if (confirmed == confirmedByID.cend() || confirmed->place.path != row.displayPath)
-        return std::nullopt;
-    return confirmed->modified;
+        return nullptr;
+    return &*confirmed;
 }
 
 // The rows' folders to look into for a working file, by card id, and those known to hold none;
-// of the first, when each was last changed where it was confirmed at its row.
+// of the first, when each was last changed where it was confirmed at its row. A folder gone for
+// good is neither.
 struct FoldersToRead {
     QHash<QString, QString> folders;
     QHash<QString, qint64> modified;
@@ -39,7 +41,11 @@ FoldersToRead foldersToRead(const QList<Card> &rows, const QHash<QString, CardRe
     FoldersToRead toRead;
     std::vector<const Card *> stillWithout;
     for (const Card &row : rows) {
-        const auto modified = modifiedAtRow(row, confirmed);
+        const CardResolution::Confirmed *atRow = confirmedAtRow(row, confirmed);
+        // No file can be read in a folder that is not there.
+        if (atRow && atRow->isGone)
+            continue;
+        const auto modified = atRow ? std::optional(atRow->modified) : std::nullopt;
         const auto known = earlier.constFind(row.id);
         if (known != earlier.cend() && known->path == row.displayPath && known->modified == modified) {
             stillWithout.push_back(&row);

@@ -66,6 +66,14 @@ struct Looked {
     std::optional<Confirmed> confirmed;
 };
 
+// Whether the verdict finds nothing at the place, where a look without a search tells that only
+// once a search found the folder nowhere else.
+bool isGoneFrom(const CardResolution &verdict, const BookmarkPlace &place)
+{
+    return verdict.availability == Availability::missing && !verdict.locationURL && !verdict.refreshedBookmark
+        && !place.isElsewhere && verdict.displayPath == place.path;
+}
+
 Looked lookWithoutSearch(const Card &card, const ResolutionContext &context, FolderWatch *folders)
 {
     std::optional<BookmarkPlace> place;
@@ -83,21 +91,28 @@ Looked lookWithoutSearch(const Card &card, const ResolutionContext &context, Fol
         return {};
     const auto modified = resolved->modified;
     CardResolution verdict = fromResolved(card, std::move(*resolved), context);
-    if (verdict.availability != Availability::available || !modified)
-        return {std::move(verdict), std::nullopt};
-    return {std::move(verdict), Confirmed{card.bookmark, context.mountGeneration, std::move(*place), *modified}};
+    if (verdict.availability == Availability::available && modified)
+        return {std::move(verdict), Confirmed{card.bookmark, context.mountGeneration, std::move(*place), *modified}};
+    if (isGoneFrom(verdict, *place))
+        return {std::move(verdict), Confirmed{card.bookmark, context.mountGeneration, std::move(*place), 0, true}};
+    return {std::move(verdict), std::nullopt};
 }
 
 // Whether one look at the place of the card's earlier confirmation settles its verdict: the same
 // bookmark under the same mounts leads to the same place, and the same folder found there is
-// given the verdict it had.
+// given the verdict it had. A folder confirmed gone stays gone while nothing appears at its place
+// and its failed search stands.
 bool isConfirmable(const Card &card, const ResolutionContext &context, const CardResolution &earlier,
                    const Confirmed &confirmed)
 {
-    return context.mountGeneration != 0 && confirmed.mountGeneration == context.mountGeneration
-        && !confirmed.place.isElsewhere && earlier.availability == Availability::available
-        && !earlier.refreshedBookmark && earlier.displayPath == confirmed.place.path
-        && confirmed.bookmark == card.bookmark;
+    if (context.mountGeneration == 0 || confirmed.mountGeneration != context.mountGeneration
+        || confirmed.bookmark != card.bookmark)
+        return false;
+    if (confirmed.isGone)
+        return isGoneFrom(earlier, confirmed.place) && context.failedSearches
+            && context.failedSearches->contains(card.bookmark);
+    return !confirmed.place.isElsewhere && earlier.availability == Availability::available
+        && !earlier.refreshedBookmark && earlier.displayPath == confirmed.place.path;
 }
 
 // The card's earlier confirmation where one look at its place settles its verdict; else null.
@@ -126,7 +141,9 @@ CardSlot lookAgain(const Card &card, const ResolutionContext &context, const QHa
                    const QHash<QString, Confirmed> &earlierConfirmed, FolderWatch *folders, EntryReader &reader)
 {
     CardSlot slot;
-    if (const Confirmed *confirmed = confirmation(card, context, earlier, earlierConfirmed)) {
+    // A folder found where it was gone from takes the whole look.
+    const Confirmed *confirmed = confirmation(card, context, earlier, earlierConfirmed);
+    if (confirmed && !confirmed->isGone) {
         if (const auto found = SecurityScopedBookmark::foundAt(confirmed->place, reader)) {
             slot.isUnchanged = true;
             slot.isConfirmedAsBefore = found->modified == confirmed->modified;

@@ -40,12 +40,14 @@ struct CardResolution {
     // A folder confirmed at its bookmark's place, with what a later look needs to confirm it there
     // again at one system call: the bookmark that led there and the reading of the mounts it was
     // worked out under (see ResolutionContext::mountGeneration). `modified` is when an entry was
-    // last added to or removed from the folder (see FileIdentity::modified).
+    // last added to or removed from the folder (see FileIdentity::modified). Or, where `isGone`,
+    // a folder confirmed missing: nothing stands at its place and a search found it nowhere else.
     struct Confirmed {
         QByteArray bookmark;
         quint64 mountGeneration = 0;
         BookmarkPlace place;
         qint64 modified = 0;
+        bool isGone = false;
 
         bool operator==(const Confirmed &) const = default;
     };
@@ -55,10 +57,12 @@ struct CardResolution {
     // cards left for a search. A verdict equal to the card's `earlier` one is kept as that one, and
     // when every card's is, `known` is `earlier` itself, so that a board whose folders stayed put
     // costs nothing to compare. `confirmed` holds, by card id, each folder found available where
-    // its verdict puts it; likewise it is `earlierConfirmed` itself when none of those changed.
-    // A card confirmed earlier under the same bookmark and the same mounts, whose earlier verdict
-    // found its folder there, costs one system call, and none where `folders` has noted nothing
-    // of its folder since; `folders` is armed for each folder looked at.
+    // its verdict puts it, and each one gone for good; likewise it is `earlierConfirmed` itself
+    // when none of those changed. A card confirmed earlier under the same bookmark and the same
+    // mounts, whose earlier verdict found its folder there, costs one system call, and none where
+    // `folders` has noted nothing of its folder since; one confirmed gone, whose search has not
+    // been asked for again, costs none while `folders` has noted nothing where it was. `folders`
+    // is armed for each folder looked at.
     struct Partial {
         QHash<QString, CardResolution> known;
         QList<Card> needingSearch;

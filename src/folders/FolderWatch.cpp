@@ -3,10 +3,12 @@
 #include <QDir>
 #include <QFile>
 
+#include <cerrno>
 #include <cstddef>
 #include <utility>
 #include <linux/magic.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <sys/statfs.h>
 #include <unistd.h>
 
@@ -21,11 +23,8 @@ constexpr quint32 watchLost = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IG
 
 // File systems all of whose changes pass through this machine's kernel, which is what notes them;
 // a network or user-space one may change from elsewhere, unnoted.
-bool isChangedOnlyHere(const QByteArray &path)
+bool isChangedOnlyHere(const struct statfs &status)
 {
-    struct statfs status {};
-    if (statfs(path.constData(), &status) != 0)
-        return false;
     switch (quint32(status.f_type)) {
     case EXT4_SUPER_MAGIC:
     case XFS_SUPER_MAGIC:
@@ -43,6 +42,14 @@ bool isChangedOnlyHere(const QByteArray &path)
     default:
         return false;
     }
+}
+
+// Whether nothing at all stands at `path`, just after a call on it failed. A link that leads
+// nowhere is something: what it leads to may be made where no watch on this side of it sees.
+bool isAbsent(const QByteArray &path)
+{
+    struct stat status {};
+    return errno == ENOENT && lstat(path.constData(), &status) != 0 && errno == ENOENT;
 }
 
 // The share of the user's watches this watch may take: the rest are other programs', which a
@@ -144,13 +151,16 @@ void FolderWatch::takeNote(int watch, quint32 mask, const QString &name)
         if (mask & entryAddedOrRemoved)
             disturb(directory);
         const QString entry = joined(directory, name);
-        if (!m_watchByPath.contains(entry))
-            continue;
-        // An entry added, removed or renamed may now be another directory than the one watched.
-        if (mask & entryAddedOrRemoved)
+        // An entry added, removed or renamed may now be another directory than the one watched,
+        // or the first step towards a folder armed while it was not there.
+        if (!m_watchByPath.contains(entry)) {
+            if (mask & entryAddedOrRemoved)
+                disturbFrom(entry);
+        } else if (mask & entryAddedOrRemoved) {
             forgetFrom(entry);
-        else
+        } else {
             disturbFrom(entry);
+        }
     }
 }
 
@@ -173,7 +183,14 @@ bool FolderWatch::arm(const QString &path)
             return false;
         const QStringList directories = pathTo(path);
         for (const QString &directory : directories) {
-            if (!m_watchByPath.contains(directory) && !watchDirectory(directory))
+            if (m_watchByPath.contains(directory))
+                continue;
+            const Watched watched = watchDirectory(directory);
+            // Nothing below a directory that is not there can be: it has to be made first, in the
+            // directory above, which is watched.
+            if (watched == Watched::absent)
+                break;
+            if (watched == Watched::refused)
                 return false;
         }
         for (qsizetype above = 0; above + 1 < directories.size(); ++above)
@@ -183,18 +200,23 @@ bool FolderWatch::arm(const QString &path)
     return true;
 }
 
-bool FolderWatch::watchDirectory(const QString &path)
+FolderWatch::Watched FolderWatch::watchDirectory(const QString &path)
 {
+    if (m_watchByPath.size() >= m_watchesAllowed)
+        return Watched::refused;
     const QByteArray encoded = QFile::encodeName(path);
-    if (m_watchByPath.size() >= m_watchesAllowed || !isChangedOnlyHere(encoded))
-        return false;
+    struct statfs status {};
+    if (statfs(encoded.constData(), &status) != 0)
+        return isAbsent(encoded) ? Watched::absent : Watched::refused;
+    if (!isChangedOnlyHere(status))
+        return Watched::refused;
     const int watch = inotify_add_watch(m_notes, encoded.constData(), noted);
     if (watch < 0)
-        return false;
+        return isAbsent(encoded) ? Watched::absent : Watched::refused;
     m_watchByPath.insert(path, watch);
     if (!m_pathsByWatch.contains(watch, path))
         m_pathsByWatch.insert(watch, path);
-    return true;
+    return Watched::watched;
 }
 
 // Drops the watches at and under `top`, which may no longer stand for what is at their paths.

@@ -30,8 +30,10 @@ public:
     [[nodiscard]] bool isQuiet(const QString &path) const;
 
     // Watches the folder at `path` and each directory above it, and counts it quiet from now on.
-    // Called before the folder is looked at, so that any change after that look is noted. False,
-    // and not quiet, where it cannot be watched.
+    // Called before the folder is looked at, so that any change after that look is noted. A
+    // folder that is not there is watched through the directories above it that are, so that it
+    // stays quiet until something is made where it would be. False, and not quiet, where it
+    // cannot be watched.
     bool arm(const QString &path);
 
     [[nodiscard]] bool hasMoreArmedThan(qsizetype count) const;
@@ -43,7 +45,8 @@ private:
     void open();
     void reset();
     void takeNote(int watch, quint32 mask, const QString &name);
-    [[nodiscard]] bool watchDirectory(const QString &path);
+    enum class Watched { watched, absent, refused };
+    [[nodiscard]] Watched watchDirectory(const QString &path);
     void forgetFrom(const QString &top);
     void unwatchWhere(const std::function<bool(const QString &)> &isDropped);
     void unwatchWhere(const QString &path);

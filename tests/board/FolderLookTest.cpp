@@ -10,6 +10,20 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+Card cardOf(const FolderSandbox &sandbox, const QString &relative)
+{
+    Card card;
+    card.id = u"A"_s;
+    card.bookmark = SecurityScopedBookmark::create(sandbox.url(relative));
+    card.displayPath = sandbox.path(relative);
+    card.displayName = relative;
+    return card;
+}
+
+} // namespace
+
 // Most folders hold no working file, and are not looked into on every reload; one that gains a
 // file must show it on the next.
 TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
@@ -48,11 +62,7 @@ TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
             SCOPED_TRACE(isWatched ? "watched" : "not watched");
             const FolderSandbox sandbox;
             sandbox.makeFolder(u"a"_s);
-            Card card;
-            card.id = u"A"_s;
-            card.bookmark = SecurityScopedBookmark::create(sandbox.url(u"a"_s));
-            card.displayPath = sandbox.path(u"a"_s);
-            card.displayName = u"a"_s;
+            const Card card = cardOf(sandbox, u"a"_s);
             if (c.isSettled) {
                 ASSERT_TRUE(settleFolder(sandbox.path(u"a"_s)));
             }
@@ -71,5 +81,33 @@ TEST(FolderLook, aFolderWithoutAWorkingFileIsLookedIntoAgainOnceItChanges)
             EXPECT_EQ(second.withoutFile.contains(u"A"_s), c.isKnownWithout);
             EXPECT_EQ(second.readsAtRows.contains(u"A"_s), c.isRead);
         }
+    }
+}
+
+// A folder gone for good is not looked into; brought back holding a working file, it shows it.
+TEST(FolderLook, aFolderGoneForGoodShowsItsWorkingFileWhenBroughtBack)
+{
+    for (const bool isWatched : {false, true}) {
+        SCOPED_TRACE(isWatched ? "watched" : "not watched");
+        const FolderSandbox sandbox;
+        sandbox.makeFolder(u"a"_s);
+        sandbox.makeFile(u"a/velto.md"_s);
+        const Card card = cardOf(sandbox, u"a"_s);
+        sandbox.makeFolder(u"held"_s);
+        sandbox.move(u"a"_s, u"held/a"_s);
+        // As after a search that found nothing.
+        const auto failed = std::make_shared<FailedSearches>();
+        failed->insert(card.bookmark);
+        const auto mounts = std::make_shared<MountWatch>();
+        const auto folders = isWatched ? std::make_shared<FolderWatch>() : nullptr;
+        const FolderLook gone = FolderLook::of({card}, {failed, mounts, folders, {}, {}, {}, {}});
+        ASSERT_FALSE(gone.readsAtRows.contains(u"A"_s));
+
+        sandbox.move(u"held/a"_s, u"a"_s);
+        const FolderLook back = FolderLook::of({card}, {failed, mounts, folders, gone.verdicts.known,
+                                                        gone.verdicts.confirmed, gone.readsAtRows, gone.withoutFile});
+
+        EXPECT_EQ(back.verdicts.known.value(u"A"_s).availability, CardResolution::Availability::available);
+        EXPECT_TRUE(back.readsAtRows.contains(u"A"_s));
     }
 }

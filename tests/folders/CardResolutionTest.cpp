@@ -29,6 +29,14 @@ Card cardOf(const FolderSandbox &sandbox, const QString &relative, const QString
     return card;
 }
 
+QStringList idsOf(const QList<Card> &cards)
+{
+    QStringList ids;
+    for (const Card &card : cards)
+        ids.append(card.id);
+    return ids;
+}
+
 } // namespace
 
 TEST(CardResolution, givesAVerdictOnEveryFateOfAFolder)
@@ -208,10 +216,7 @@ TEST(CardResolution, keepsEarlierVerdictsOnlyWhereTheyStillHold)
             auto known = now.known.keys();
             known.sort();
             EXPECT_EQ(known, c.known);
-            QStringList searched;
-            for (const Card &card : now.needingSearch)
-                searched.append(card.id);
-            EXPECT_EQ(searched, c.searched);
+            EXPECT_EQ(idsOf(now.needingSearch), c.searched);
             for (const Card &card : cards) {
                 if (now.known.contains(card.id)) {
                     EXPECT_EQ(now.known.value(card.id), CardResolution::resolve(card)) << card.id.toStdString();
@@ -242,10 +247,69 @@ TEST(CardResolution, aFolderThatStaysMissingLeavesTheEarlierTablesAsTheyWere)
         first.known.insert(CardResolution::resolveAll(first.needingSearch, context));
 
         const auto again = CardResolution::resolveWithoutSearch(cards, context, first.known, first.confirmed, watch);
+        const auto third = CardResolution::resolveWithoutSearch(cards, context, again.known, again.confirmed, watch);
 
         EXPECT_TRUE(again.needingSearch.isEmpty());
         EXPECT_EQ(again.known.value(u"C2"_s).availability, CardResolution::Availability::missing);
         EXPECT_TRUE(again.known.isSharedWith(first.known));
-        EXPECT_TRUE(again.confirmed.isSharedWith(first.confirmed));
+        EXPECT_TRUE(third.needingSearch.isEmpty());
+        EXPECT_TRUE(third.known.isSharedWith(first.known));
+        EXPECT_TRUE(third.confirmed.isSharedWith(again.confirmed));
+    }
+}
+
+// A folder gone for good keeps its verdict while nothing could have changed it, and is looked at
+// afresh as soon as something could: the folder coming back, another taking its place, or the
+// user asking for the search again.
+TEST(CardResolution, aFolderGoneForGoodIsLookedAtAgainOnlyWhenItsVerdictCouldChange)
+{
+    using Change = std::function<void(const FolderSandbox &, FailedSearches &)>;
+    struct Case {
+        const char *what;
+        Change change;
+        bool isSearched;
+        bool isEarlierItself;
+    };
+    const QList<Case> cases{
+        {"nothing", [](const FolderSandbox &, FailedSearches &) {}, false, true},
+        {"a folder made beside it", [](const FolderSandbox &s, FailedSearches &) { s.makeFolder(u"other"_s); },
+         false, true},
+        {"the folder brought back", [](const FolderSandbox &s, FailedSearches &) { s.move(u"held/b"_s, u"b"_s); },
+         false, false},
+        {"another folder made in its place", [](const FolderSandbox &s, FailedSearches &) { s.makeFolder(u"b"_s); },
+         false, false},
+        {"its search asked for again", [](const FolderSandbox &, FailedSearches &failed) { failed.clear(); }, true,
+         false},
+    };
+    MountWatch mounts;
+    for (const bool isWatched : {false, true}) {
+        for (const Case &c : cases) {
+            SCOPED_TRACE(c.what);
+            SCOPED_TRACE(isWatched ? "watched" : "not watched");
+            const FolderSandbox sandbox;
+            const QList<Card> cards{cardOf(sandbox, u"a"_s, u"C1"_s), cardOf(sandbox, u"b"_s, u"C2"_s),
+                                    cardOf(sandbox, u"c"_s, u"C3"_s)};
+            sandbox.makeFolder(u"held"_s);
+            sandbox.move(u"b"_s, u"held/b"_s);
+            // As after a search that found nothing.
+            const auto failed = std::make_shared<FailedSearches>();
+            failed->insert(cards.at(1).bookmark);
+            FolderWatch folders;
+            FolderWatch *watch = isWatched ? &folders : nullptr;
+            const auto context = ResolutionContext::current(mounts, failed);
+            const auto first = CardResolution::resolveWithoutSearch(cards, context, {}, {}, watch);
+            const auto settled = CardResolution::resolveWithoutSearch(cards, context, first.known, first.confirmed, watch);
+            ASSERT_EQ(settled.known.value(u"C2"_s).availability, Availability::missing);
+            ASSERT_TRUE(settled.confirmed.isSharedWith(first.confirmed));
+
+            c.change(sandbox, *failed);
+            const auto now = CardResolution::resolveWithoutSearch(cards, context, settled.known, settled.confirmed, watch);
+
+            EXPECT_EQ(idsOf(now.needingSearch), c.isSearched ? QStringList{u"C2"_s} : QStringList{});
+            if (!c.isSearched) {
+                EXPECT_EQ(now.known.value(u"C2"_s), CardResolution::resolve(cards.at(1), context));
+            }
+            EXPECT_EQ(now.known.isSharedWith(settled.known), c.isEarlierItself);
+        }
     }
 }

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <sys/stat.h>
 #include <utime.h>
 
@@ -40,6 +41,21 @@ void expectWatchedAfresh(FolderWatch &watch, const FolderSandbox &sandbox, const
     EXPECT_FALSE(watch.isQuiet(folder));
 }
 
+using Change = std::function<void(const FolderSandbox &)>;
+
+// Whether `folder`, armed, is still quiet after `change`; nothing where it cannot be watched.
+std::optional<bool> isQuietAfter(FolderWatch &watch, const FolderSandbox &sandbox, const QString &folder,
+                                 const Change &change)
+{
+    if (!watch.arm(folder))
+        return std::nullopt;
+    watch.takeNotes();
+    EXPECT_TRUE(watch.isQuiet(folder));
+    change(sandbox);
+    watch.takeNotes();
+    return watch.isQuiet(folder);
+}
+
 } // namespace
 
 // A folder counts as quiet only while nothing that a look at it could find has happened: to its
@@ -47,7 +63,6 @@ void expectWatchedAfresh(FolderWatch &watch, const FolderSandbox &sandbox, const
 // files, or happens beside it, leaves it quiet.
 TEST(FolderWatch, aFolderStaysQuietUntilSomethingALookWouldSeeHappens)
 {
-    using Change = std::function<void(const FolderSandbox &)>;
     struct Case {
         const char *what;
         Change change;
@@ -110,14 +125,10 @@ TEST(FolderWatch, aFolderStaysQuietUntilSomethingALookWouldSeeHappens)
         sandbox.makeFile(u"work/p/notes.txt"_s);
         const QString folder = sandbox.path(u"work/p"_s);
         FolderWatch watch;
-        if (!watch.arm(folder))
+        const auto isQuiet = isQuietAfter(watch, sandbox, folder, c.change);
+        if (!isQuiet)
             GTEST_SKIP() << "the kernel does not note changes on this file system";
-        watch.takeNotes();
-        ASSERT_TRUE(watch.isQuiet(folder));
-
-        c.change(sandbox);
-        watch.takeNotes();
-        EXPECT_EQ(watch.isQuiet(folder), c.isQuiet);
+        EXPECT_EQ(*isQuiet, c.isQuiet);
 
         openUp(sandbox);
         if (QFileInfo(folder).isDir()) {
@@ -169,4 +180,69 @@ TEST(FolderWatch, aLinkOnTheWayThatLeadsElsewhereIsNoted)
     watch.takeNotes();
     EXPECT_FALSE(watch.isQuiet(folder));
     expectWatchedAfresh(watch, sandbox, u"work/p"_s);
+}
+
+// A folder that is not there stays quiet until something is made where it, or a directory on the
+// way to it, would be; what happens beside it leaves it quiet.
+TEST(FolderWatch, aFolderThatIsNotThereStaysQuietUntilSomethingIsMadeOnItsWay)
+{
+    struct Case {
+        const char *what;
+        QString armed;
+        Change change;
+        bool isQuiet;
+    };
+    const QString gone = u"work/gone"_s;
+    const QString deeper = u"work/gone/deeper"_s;
+    const QList<Case> cases{
+        {"nothing", gone, [](const FolderSandbox &) {}, true},
+        {"a folder made beside it and a file in its neighbour",
+         gone,
+         [](const FolderSandbox &s) {
+             s.makeFolder(u"work/other"_s);
+             s.makeFile(u"work/q/velto.md"_s);
+         },
+         true},
+        {"it made", gone, [](const FolderSandbox &s) { s.makeFolder(u"work/gone"_s); }, false},
+        {"a file made at its name", gone, [](const FolderSandbox &s) { s.makeFile(u"work/gone"_s); }, false},
+        {"a folder moved to its place", gone, [](const FolderSandbox &s) { s.move(u"work/q"_s, u"work/gone"_s); },
+         false},
+        {"its parent renamed", gone, [](const FolderSandbox &s) { s.move(u"work"_s, u"play"_s); }, false},
+        {"nothing, two levels down", deeper, [](const FolderSandbox &) {}, true},
+        {"the directory above it made", deeper, [](const FolderSandbox &s) { s.makeFolder(u"work/gone"_s); }, false},
+        {"a folder with it inside moved in",
+         deeper,
+         [](const FolderSandbox &s) {
+             s.makeFolder(u"elsewhere/deeper"_s);
+             s.move(u"elsewhere"_s, u"work/gone"_s);
+         },
+         false},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const FolderSandbox sandbox;
+        sandbox.makeFolder(u"work/q"_s);
+        const QString folder = sandbox.path(c.armed);
+        FolderWatch watch;
+        const auto isQuiet = isQuietAfter(watch, sandbox, folder, c.change);
+        if (!isQuiet)
+            GTEST_SKIP() << "the kernel does not note changes on this file system";
+        EXPECT_EQ(*isQuiet, c.isQuiet);
+    }
+}
+
+// Past a link that leads nowhere, a folder could be made where no watch on this side sees it.
+TEST(FolderWatch, aFolderPastALinkThatLeadsNowhereIsNeverQuiet)
+{
+    const FolderSandbox sandbox;
+    sandbox.makeFolder(u"work"_s);
+    ASSERT_TRUE(QFile::link(sandbox.path(u"nowhere"_s), sandbox.path(u"work/link"_s)));
+    const QString folder = sandbox.path(u"work/link/p"_s);
+    FolderWatch watch;
+    if (!watch.arm(sandbox.path(u"work"_s)))
+        GTEST_SKIP() << "the kernel does not note changes on this file system";
+
+    EXPECT_FALSE(watch.arm(folder));
+    watch.takeNotes();
+    EXPECT_FALSE(watch.isQuiet(folder));
 }
