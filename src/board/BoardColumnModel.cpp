@@ -83,8 +83,11 @@ void BoardColumnModel::refresh()
     const int countBefore = count();
     // Rows are removed, moved and inserted one by one rather than reset, so that the view keeps the
     // cells of the cards that stay and builds only the new ones.
-    removeRowsNotIn(ids);
-    arrangeRowsAs(ids, faces);
+    // A reload leaves most columns' cards as they were, in order, with at most a face changed.
+    if (ids != m_ids) {
+        removeRowsNotIn(ids);
+        arrangeRowsAs(ids, faces);
+    }
     redrawChangedFaces(faces);
     if (count() != countBefore)
         emit countChanged();

@@ -139,7 +139,8 @@ QVariantMap BoardModel::face(const Card &card) const
         .progress = m_checklistProgress.value(card.id),
         .workingDone = working.doneCount(),
         .workingTotal = working.tasks.size(),
-        .resolution = resolution != m_resolutions.cend() ? std::optional(*resolution) : std::nullopt,
+        .availability = resolution != m_resolutions.cend() ? std::optional(resolution->availability) : std::nullopt,
+        .failure = resolution != m_resolutions.cend() ? resolution->failure.value_or(QString()) : QString(),
         .needsLocate = needsLocate(card),
     });
 }

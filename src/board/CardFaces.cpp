@@ -5,6 +5,8 @@
 #include <QDateTime>
 #include <QSet>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -41,6 +43,11 @@ QVariantMap CardFaces::faceFor(const CardFaceInputs &inputs)
 
 void CardFaces::keepOnly(const QList<Card> &cards)
 {
+    // Most reloads keep every card: when each face built is a card's, there is nothing to forget,
+    // and no table of the cards need be made to tell.
+    const auto kept = std::ranges::count_if(cards, [this](const Card &card) { return m_built.contains(card.id); });
+    if (kept == m_built.size())
+        return;
     QSet<QString> ids;
     ids.reserve(cards.size());
     for (const Card &card : cards)
@@ -75,8 +82,7 @@ QVariantMap CardFaces::build(const CardFaceInputs &inputs)
     face.insert(u"progressTotal"_s, inputs.progress.total);
     face.insert(u"workingDone"_s, int(inputs.workingDone));
     face.insert(u"workingTotal"_s, int(inputs.workingTotal));
-    const auto &resolution = inputs.resolution;
-    face.insert(u"availability"_s, resolution ? availabilityWord(resolution->availability) : QString());
-    face.insert(u"failure"_s, resolution ? resolution->failure.value_or(QString()) : QString());
+    face.insert(u"availability"_s, inputs.availability ? availabilityWord(*inputs.availability) : QString());
+    face.insert(u"failure"_s, inputs.failure);
     return face;
 }

@@ -21,7 +21,10 @@ struct CardFaceInputs {
     ChecklistProgress progress;
     qsizetype workingDone = 0;
     qsizetype workingTotal = 0;
-    std::optional<CardResolution> resolution;
+    // Of the folder's verdict, only what the face shows: the rest would be copied and compared
+    // for every card at every reload.
+    std::optional<CardResolution::Availability> availability;
+    QString failure;
     bool needsLocate = false;
 
     bool operator==(const CardFaceInputs &) const = default;

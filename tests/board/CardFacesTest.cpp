@@ -19,10 +19,7 @@ CardFaceInputs someInputs()
     inputs.progress = {1, 3};
     inputs.workingDone = 2;
     inputs.workingTotal = 5;
-    CardResolution verdict;
-    verdict.cardID = inputs.card.id;
-    verdict.availability = CardResolution::Availability::available;
-    inputs.resolution = verdict;
+    inputs.availability = CardResolution::Availability::available;
     return inputs;
 }
 
@@ -46,8 +43,10 @@ TEST(CardFacesTest, AFaceIsReusedUntilSomethingItShowsChanges)
         {"the checklist", [](CardFaceInputs &in) { in.progress.done = 3; }, "progressDone", qint64(3)},
         {"the working file", [](CardFaceInputs &in) { in.workingTotal = 6; }, "workingTotal", 6},
         {"the folder's verdict",
-         [](CardFaceInputs &in) { in.resolution->availability = CardResolution::Availability::unreachable; },
-         "availability", u"unreachable"_s},
+         [](CardFaceInputs &in) { in.availability = CardResolution::Availability::unreachable; }, "availability",
+         u"unreachable"_s},
+        {"the folder's failure", [](CardFaceInputs &in) { in.failure = u"Permission denied"_s; }, "failure",
+         u"Permission denied"_s},
         {"the need to locate", [](CardFaceInputs &in) { in.needsLocate = true; }, "needsLocate", true},
     };
     for (const auto &c : cases) {
@@ -71,7 +70,13 @@ TEST(CardFacesTest, CardsThatLeftTheBoardAreForgotten)
     const QVariantMap first = faces.faceFor(inputs);
     faces.keepOnly({inputs.card});
     EXPECT_TRUE(faces.faceFor(inputs).isSharedWith(first));
-    faces.keepOnly({});
+    CardFaceInputs other = someInputs();
+    other.card.id = u"CARD-2"_s;
+    (void)faces.faceFor(other);
+    // A board of as many cards, one of them another.
+    Card third = other.card;
+    third.id = u"CARD-3"_s;
+    faces.keepOnly({other.card, third});
     EXPECT_FALSE(faces.faceFor(inputs).isSharedWith(first));
 }
 
