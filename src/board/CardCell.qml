@@ -109,17 +109,43 @@ Item {
         id: pointer
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
-        drag.target: dragProxy
+        // A card pressed and moved is being dragged, even straight up or down: the column's list
+        // would otherwise take that movement as a scroll. The wheel and the bar still scroll it.
+        preventStealing: true
+        // Where the card was taken hold of, and whether it has moved far enough to be dragged.
+        property point heldAt
+        property bool isDragging: false
         onPressed: function (mouse) {
+            isDragging = false
             if (mouse.button !== Qt.LeftButton)
                 return
+            heldAt = Qt.point(mouse.x, mouse.y)
             dragProxy.Drag.hotSpot.x = mouse.x
             dragProxy.Drag.hotSpot.y = mouse.y
             faceView.grabToImage(function (image) { dragImage.source = image.url })
         }
+        // The picture keeps the point taken hold of under the pointer, so that a drop lands where
+        // the pointer is, in whichever direction the card set off.
+        onPositionChanged: function (mouse) {
+            if (!(mouse.buttons & Qt.LeftButton))
+                return
+            if (!isDragging && Math.max(Math.abs(mouse.x - heldAt.x), Math.abs(mouse.y - heldAt.y))
+                    < Qt.styleHints.startDragDistance)
+                return
+            isDragging = true
+            const corner = mapToItem(cell.Window.contentItem, mouse.x - heldAt.x, mouse.y - heldAt.y)
+            dragProxy.x = corner.x
+            dragProxy.y = corner.y
+        }
         onReleased: {
             if (dragProxy.Drag.active)
                 dragProxy.Drag.drop()
+            isDragging = false
+            dragProxy.x = 0
+            dragProxy.y = 0
+        }
+        onCanceled: {
+            isDragging = false
             dragProxy.x = 0
             dragProxy.y = 0
         }
@@ -167,22 +193,21 @@ Item {
         readonly property string cardID: cell.cardID
         width: cell.width
         height: cell.height
-        Drag.active: pointer.drag.active
+        Drag.active: pointer.isDragging
         Drag.keys: [BoardVocabulary.cardDragType]
         Drag.supportedActions: Qt.MoveAction
-        // The hot spot is where the card was taken hold of, set at the press: the proxy travels
-        // with the pointer, so the pointer's later positions would count its travel twice.
+        // The hot spot is where the card was taken hold of, set at the press.
 
         Image {
             id: dragImage
             anchors.fill: parent
-            visible: pointer.drag.active
+            visible: pointer.isDragging
             opacity: 0.85
         }
 
         // Lifted out of the column while dragged, so that it can travel over the whole board.
         states: State {
-            when: pointer.drag.active
+            when: pointer.isDragging
             ParentChange {
                 target: dragProxy
                 parent: cell.Window.contentItem

@@ -66,6 +66,16 @@ protected:
     }
 
     BoardModel *board() const { return m_model->board(); }
+    // Presses at `from`, moves to `to` in ten steps, and lets go there.
+    void dragWithPointer(QPoint from, QPoint to) const
+    {
+        ASSERT_TRUE(QQuickTest::qWaitForPolish(m_window));
+        QTest::mousePress(m_window, Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 10; ++step)
+            QTest::mouseMove(m_window, from + (to - from) * step / 10, 20);
+        QTest::mouseRelease(m_window, Qt::LeftButton, {}, to, 20);
+    }
+
     QList<Card> notStarted() const { return board()->columnCards(CardStatus::notStarted, {}); }
     Database &database() const { return *m_model->services()->database; }
 
