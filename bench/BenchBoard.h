@@ -57,6 +57,14 @@ public:
             QDir().rmdir(QFile::decodeName(m_paths.at(i * step)));
     }
 
+    // Makes new folders where `deleteFolders` deleted the same `count`.
+    void makeDeletedFoldersAgain(int count)
+    {
+        const qsizetype step = m_paths.size() / count;
+        for (int i = 0; i < count; ++i)
+            QDir().mkdir(QFile::decodeName(m_paths.at(i * step)));
+    }
+
     BoardModel &board() { return *m_board; }
     TimerModel &timer() { return *m_timer; }
     [[nodiscard]] const QString &databasePath() const { return m_databasePath; }
