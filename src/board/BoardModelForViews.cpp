@@ -129,7 +129,8 @@ QString BoardModel::pendingDropMessage()
 
 QVariantMap BoardModel::face(const Card &card) const
 {
-    const auto resolution = m_resolutions.constFind(card.id);
+    const auto found = m_resolutions.constFind(card.id);
+    const CardResolution *resolution = found != m_resolutions.cend() ? &*found : nullptr;
     // A file that could not be read counts no tasks; the detail pane says why.
     const WorkingFile working = m_workingFiles.value(card.id).file;
     return m_faces.faceFor(CardFaceInputs{
@@ -139,8 +140,8 @@ QVariantMap BoardModel::face(const Card &card) const
         .progress = m_checklistProgress.value(card.id),
         .workingDone = working.doneCount(),
         .workingTotal = working.tasks.size(),
-        .availability = resolution != m_resolutions.cend() ? std::optional(resolution->availability) : std::nullopt,
-        .failure = resolution != m_resolutions.cend() ? resolution->failure.value_or(QString()) : QString(),
+        .availability = resolution ? std::optional(resolution->availability) : std::nullopt,
+        .failure = resolution ? resolution->failure.value_or(QString()) : QString(),
         .needsLocate = needsLocate(card),
     });
 }

@@ -137,18 +137,17 @@ Item {
             dragProxy.x = corner.x
             dragProxy.y = corner.y
         }
+        function putBack() {
+            isDragging = false
+            dragProxy.x = 0
+            dragProxy.y = 0
+        }
         onReleased: {
             if (dragProxy.Drag.active)
                 dragProxy.Drag.drop()
-            isDragging = false
-            dragProxy.x = 0
-            dragProxy.y = 0
+            putBack()
         }
-        onCanceled: {
-            isDragging = false
-            dragProxy.x = 0
-            dragProxy.y = 0
-        }
+        onCanceled: putBack()
         onClicked: function (mouse) {
             cell.forceActiveFocus()
             if (mouse.button === Qt.RightButton)
